@@ -1,0 +1,252 @@
+// One thread, no timers: the renderer's vsync paces the loop. Each frame is
+// drawn in two layers, the GPU draws straight to the renderer and the cairo
+// overlay composited on top at the end (see ui/frame_layer.h).
+#include "app/shell.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/cmdline.h"
+#include "app/events.h"
+#include "app/frame_stats.h"
+#include "app/window_geometry.h"
+#include "platform/app_info.h"
+#include "platform/crash.h"
+#include "platform/paths.h"
+#include "ui/frame_layer.h"
+#include "ui/game.h"
+#include "ui/gpu.h"
+
+namespace app {
+
+namespace {
+
+volatile sig_atomic_t g_terminate = 0;
+
+// First signal: finish the frame and shut down normally (settings saved).
+// Second signal: the player means it; leave at once.
+void onTerminationSignal(int sig) {
+  if (g_terminate) _Exit(128 + sig);
+  g_terminate = 1;
+}
+
+double nowSeconds() {
+  static const auto origin = std::chrono::steady_clock::now();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - origin).count();
+}
+
+constexpr uint32_t kBackground = 0x0e1320;
+constexpr double kGeometrySaveInterval = 2.0;
+
+struct Shell {
+  store::Settings settings;
+  bool sizeFromCommandLine = false;
+  SDL_Window* window = nullptr;
+  SDL_Renderer* renderer = nullptr;
+  ui::FrameLayer layer;
+  ui::Ctx ctx;
+  LoopState loop;
+  double prevFrameStart = 0;
+  int prevMouseX = 0, prevMouseY = 0;
+  bool appliedFullscreen = false;
+  double lastGeometrySave = 0;
+  bool statsOn = false;
+  FrameStats stats{0};
+};
+
+bool printInfoRequest(int argc, char** argv) {
+  switch (findInfoRequest(argc, argv)) {
+    case InfoRequest::Version: std::fputs(versionText().c_str(), stdout); return true;
+    case InfoRequest::Help: std::fputs(helpText().c_str(), stdout); return true;
+    case InfoRequest::None: return false;
+  }
+  return false;
+}
+
+void applyStartScreen(const store::Settings& settings) {
+  const char* name = std::getenv("TESSELLATRIX_SCREEN");
+  if (!name) return;
+  ui::GameState state;
+  if (startStateFor(name, settings, &state)) {
+    ui::Game::instance().resetTo(state);
+  } else {
+    std::fputs(kScreenUsage, stderr);
+  }
+}
+
+bool createWindow(Shell& sh) {
+  SDL_Rect area;
+  const bool haveArea = displayArea(&area);
+  const WindowPlacement p = placeWindow(sh.settings, sh.sizeFromCommandLine, haveArea ? &area : nullptr);
+  sh.window = SDL_CreateWindow(platform::kAppTitle, p.x, p.y, p.w, p.h,
+                               SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+  if (!sh.window) {
+    std::fprintf(stderr, "SDL_CreateWindow: %s\n", SDL_GetError());
+    return false;
+  }
+  SDL_SetWindowMinimumSize(sh.window, 800, 560);
+  if (sh.settings.fullscreen) {
+    SDL_SetWindowFullscreen(sh.window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+  } else if (sh.settings.maximized) {
+    SDL_MaximizeWindow(sh.window);
+  }
+  return true;
+}
+
+bool createRenderer(Shell& sh) {
+  SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "linear");
+  constexpr Uint32 kTries[] = {SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC, SDL_RENDERER_ACCELERATED,
+                               SDL_RENDERER_SOFTWARE};
+  for (Uint32 flags : kTries) {
+    sh.renderer = SDL_CreateRenderer(sh.window, -1, flags);
+    if (sh.renderer) break;
+  }
+  if (!sh.renderer) {
+    std::fprintf(stderr, "SDL_CreateRenderer: %s\n", SDL_GetError());
+    return false;
+  }
+  SDL_RendererInfo info;
+  if (SDL_GetRendererInfo(sh.renderer, &info) == 0) {
+    std::printf("[video] Treiber %s, Renderer %s%s%s\n", SDL_GetCurrentVideoDriver(), info.name ? info.name : "?",
+                (info.flags & SDL_RENDERER_ACCELERATED) ? " (beschleunigt)" : " (Software!)",
+                (info.flags & SDL_RENDERER_PRESENTVSYNC) ? ", VSync an" : ", VSync AUS");
+    std::fflush(stdout);
+  }
+  return true;
+}
+
+// F1-F4: this frame's input.
+void gatherInput(Shell& sh) {
+  ui::Input& in = sh.ctx.in;
+  in.reset();
+  sh.ctx.clickTaken = false;
+  SDL_Event e;
+  while (SDL_PollEvent(&e)) handleEvent(e, nowSeconds(), SDL_GetWindowFlags(sh.window), in, sh.settings, sh.loop);
+  if (sh.settings.fullscreen != sh.appliedFullscreen) {
+    SDL_SetWindowFullscreen(sh.window, sh.settings.fullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    sh.appliedFullscreen = sh.settings.fullscreen;
+  }
+  int mx = 0, my = 0;
+  const Uint32 buttons = SDL_GetMouseState(&mx, &my);
+  in.mouseX = mx;
+  in.mouseY = my;
+  in.mouseDown = (buttons & SDL_BUTTON_LMASK) != 0;
+  in.middleDown = (buttons & SDL_BUTTON_MMASK) != 0;
+  in.dx = mx - sh.prevMouseX;
+  in.dy = my - sh.prevMouseY;
+  const SDL_Keymod mods = SDL_GetModState();
+  in.ctrl = (mods & KMOD_CTRL) != 0;
+  in.shift = (mods & KMOD_SHIFT) != 0;
+}
+
+void clearRenderer(const Shell& sh) {
+  const store::OptColor& bg = sh.settings.bgColor;
+  const uint32_t rgb = bg.set ? bg.rgb : kBackground;
+  SDL_SetRenderDrawColor(sh.renderer, (rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255, 255);
+  SDL_RenderClear(sh.renderer);
+}
+
+// F5-F14: one displayed frame.
+void runFrame(Shell& sh) {
+  int outW = 0, outH = 0;
+  SDL_GetRendererOutputSize(sh.renderer, &outW, &outH);
+  if (outW <= 0 || outH <= 0) {
+    sh.prevMouseX = static_cast<int>(sh.ctx.in.mouseX);
+    sh.prevMouseY = static_cast<int>(sh.ctx.in.mouseY);
+    return;
+  }
+  int winW = 0, winH = 0;
+  SDL_GetWindowSize(sh.window, &winW, &winH);
+  const double scale = (outW > 0 && winW > 0) ? static_cast<double>(outW) / winW : 1.0;
+
+  sh.layer.ensure(sh.renderer, outW, outH);
+  ui::Ctx& ctx = sh.ctx;
+  ctx.cr = sh.layer.begin(scale);
+  ctx.width = outW / scale;
+  ctx.height = outH / scale;
+  const double time = nowSeconds();
+  ctx.time = time;
+  ctx.dt = std::min(time - sh.prevFrameStart, 0.1);
+
+  ui::gpuSetScale(scale);
+  ui::gpuBeginFrame();
+  clearRenderer(sh);
+  ui::Game::instance().update(ctx);
+
+  sh.layer.finishDrawing();
+  ctx.cr = nullptr;
+  const double cpuEnd = nowSeconds();
+  sh.layer.composite(sh.renderer);
+  SDL_RenderPresent(sh.renderer);
+  const double gpuEnd = nowSeconds();
+  if (sh.statsOn) {
+    const std::string line =
+        sh.stats.record(cpuEnd - time, gpuEnd - cpuEnd, gpuEnd, ui::gpuDrawCalls(), outW, outH);
+    if (!line.empty()) std::fputs(line.c_str(), stderr);
+  }
+
+  // The first change is saved at once, later ones at most every two seconds.
+  if (sh.loop.geometryChanged && time - sh.lastGeometrySave > kGeometrySaveInterval) {
+    sh.loop.geometryChanged = false;
+    sh.lastGeometrySave = time;
+  }
+  if (ctx.quit || g_terminate) sh.loop.running = false;
+  sh.prevFrameStart = time;
+  sh.prevMouseX = static_cast<int>(ctx.in.mouseX);
+  sh.prevMouseY = static_cast<int>(ctx.in.mouseY);
+}
+
+void shutdown(Shell& sh) {
+  ui::gpuShutdown();
+  sh.layer.release();
+  SDL_DestroyRenderer(sh.renderer);
+  SDL_DestroyWindow(sh.window);
+  SDL_Quit();
+}
+
+}  // namespace
+
+int run(int argc, char** argv) {
+  if (printInfoRequest(argc, argv)) return 0;
+  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  std::signal(SIGTERM, onTerminationSignal);
+  std::signal(SIGINT, onTerminationSignal);
+  std::signal(SIGHUP, onTerminationSignal);
+  platform::installCrashHandler();
+  paths::prepareFontconfig();
+
+  Shell sh;
+  sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);
+  applyStartScreen(sh.settings);
+
+  // SDL falls back to its invisible offscreen driver when no display is
+  // reachable; a window nobody can see is worse than a clear message, so the
+  // invisible drivers are only used when SDL_VIDEODRIVER asks for them.
+  SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11,wayland,kmsdrm");
+  if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO) != 0) {
+    std::fprintf(stderr, "SDL_Init: %s\n", SDL_GetError());
+    return 1;
+  }
+  if (!createWindow(sh) || !createRenderer(sh)) return 1;
+  ui::gpuInit(sh.renderer);
+
+  sh.prevFrameStart = nowSeconds();
+  sh.appliedFullscreen = sh.settings.fullscreen;
+  sh.statsOn = std::getenv("TESSELLATRIX_STATS") != nullptr;
+  sh.stats = FrameStats(nowSeconds());
+  SDL_GetMouseState(&sh.prevMouseX, &sh.prevMouseY);
+
+  while (sh.loop.running) {
+    gatherInput(sh);
+    runFrame(sh);
+  }
+  shutdown(sh);
+  return 0;
+}
+
+}  // namespace app

@@ -1,0 +1,20 @@
+// File-system helpers that never throw: every failure is a plain false, -1 or
+// empty result, so callers fall back instead of catching.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace platform::fs {
+
+int64_t fileSize(const std::string& path);
+bool remove(const std::string& path);
+bool isFile(const std::string& path);
+bool isDir(const std::string& path);
+bool ensureDir(const std::string& path);
+std::vector<std::string> listDir(const std::string& path);
+bool replaceAtomic(const std::string& from, const std::string& to);
+bool syncFile(const std::string& path);
+
+}  // namespace platform::fs

@@ -1,0 +1,141 @@
+// The real game binary, on a private X server.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <memory>
+#include <thread>
+
+#include "platform/fs.h"
+#include "tests/support/test_support.h"
+
+namespace {
+
+using testsupport::ExitStatus;
+using testsupport::Process;
+using testsupport::TempDir;
+using testsupport::XServer;
+
+using Env = std::map<std::string, std::optional<std::string>>;
+
+class GameBinary : public ::testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(x.ok()) << "Xvfb did not start"; }
+
+  // The game on the test's X server with its own runtime folder for crash
+  // reports; `extra` adds or removes variables.
+  std::unique_ptr<Process> start(const std::vector<std::string>& args = {}, const Env& extra = {}) {
+    Env env = {{"DISPLAY", x.display()},
+               {"SDL_VIDEODRIVER", std::nullopt},
+               {"WAYLAND_DISPLAY", std::nullopt},
+               {"XDG_RUNTIME_DIR", runtime.path()}};
+    for (const auto& [k, v] : extra) env[k] = v;
+    std::vector<std::string> argv = {testsupport::gameBinary()};
+    argv.insert(argv.end(), args.begin(), args.end());
+    // Each run logs into its own folder, so a wait never reads an earlier run's output.
+    const std::string dir = logs.file(std::to_string(runs++));
+    platform::fs::ensureDir(dir);
+    return std::make_unique<Process>(argv, env, dir);
+  }
+
+  std::unique_ptr<Process> startRunning(const std::vector<std::string>& args = {}, const Env& extra = {}) {
+    auto p = start(args, extra);
+    EXPECT_TRUE(p->waitForOutput("[video] Treiber x11, Renderer ", 30)) << p->err();
+    return p;
+  }
+
+  XServer x{1600, 1000};
+  TempDir runtime, logs;
+  int runs = 0;
+};
+
+TEST_F(GameBinary, StartsWithTheVideoLineAndEndsCleanlyOnSigterm) {
+  auto game = startRunning();
+  const std::string out = game->out();
+  EXPECT_TRUE(out.find(" (beschleunigt)") != std::string::npos || out.find(" (Software!)") != std::string::npos);
+  EXPECT_TRUE(out.find(", VSync an\n") != std::string::npos || out.find(", VSync AUS\n") != std::string::npos);
+  game->signal(SIGTERM);
+  const ExitStatus st = game->wait(15);
+  EXPECT_TRUE(st.exited) << "signal " << st.signal;
+  EXPECT_EQ(st.code, 0);
+}
+
+TEST_F(GameBinary, SigintAndSighupAlsoEndNormally) {
+  for (int sig : {SIGINT, SIGHUP}) {
+    auto game = startRunning();
+    game->signal(sig);
+    const ExitStatus st = game->wait(15);
+    EXPECT_TRUE(st.exited);
+    EXPECT_EQ(st.code, 0);
+  }
+}
+
+TEST_F(GameBinary, ASecondSignalEndsItAtOnce) {
+  auto game = startRunning();
+  // Both signals are pending when the process continues, so the second
+  // handler call happens before the loop can see the first.
+  game->signal(SIGSTOP);
+  game->signal(SIGTERM);
+  game->signal(SIGHUP);
+  game->signal(SIGCONT);
+  const ExitStatus st = game->wait(15);
+  ASSERT_TRUE(st.exited);
+  EXPECT_TRUE(st.code == 128 + SIGTERM || st.code == 128 + SIGHUP) << st.code;
+}
+
+TEST_F(GameBinary, ASegfaultLeavesACrashReportAndStillKills) {
+  auto game = startRunning({}, {{"TESSELLATRIX_SCREEN", "playing"}});
+  // The screen stack notes what it shows once the first frame is built.
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  game->signal(SIGSEGV);
+  const ExitStatus st = game->wait(15);
+  EXPECT_FALSE(st.exited);
+  EXPECT_EQ(st.signal, SIGSEGV);
+  const std::string report = testsupport::readFile(runtime.file("tessellatrix_crash.txt"));
+  EXPECT_EQ(report.rfind("Quillmoss's Puzzle 1.1.0 (Build 1000)\nportiert aus 1.1 Build 1299\n", 0), 0u) << report;
+  EXPECT_NE(report.find("Signal: SIGSEGV (Zugriff auf fremden Speicher)\n"), std::string::npos);
+  EXPECT_NE(report.find("Zuletzt: Bildschirm 3, Bild level1, Raster 6x7\n"), std::string::npos);
+  EXPECT_NE(report.find("Diese Datei wird NICHT verschickt."), std::string::npos);
+}
+
+TEST_F(GameBinary, WithoutADisplaySdlInitFails) {
+  auto game = start({}, {{"DISPLAY", std::nullopt}});
+  const ExitStatus st = game->wait(15);
+  ASSERT_TRUE(st.exited);
+  EXPECT_EQ(st.code, 1);
+  EXPECT_NE(game->err().find("SDL_Init: "), std::string::npos) << game->err();
+  EXPECT_EQ(game->out().find("[video]"), std::string::npos);
+}
+
+TEST_F(GameBinary, VersionAndHelpNeedNoDisplay) {
+  auto version = start({"--version", "--help"}, {{"DISPLAY", std::nullopt}});
+  ASSERT_TRUE(version->wait(10).exited);
+  EXPECT_EQ(version->out(), "Quillmoss's Puzzle 1.1.0 (Build 1000)\n");
+  auto help = start({"--fullscreen", "--help"}, {{"DISPLAY", std::nullopt}});
+  const ExitStatus st = help->wait(10);
+  EXPECT_EQ(st.code, 0);
+  EXPECT_EQ(help->out().rfind("Quillmoss's Puzzle 1.1.0\n  --version    Version ausgeben\n", 0), 0u);
+}
+
+TEST_F(GameBinary, StatisticsLineShowsTheSizeAskedForOnTheCommandLine) {
+  auto game = startRunning({"--size", "1000x700"}, {{"TESSELLATRIX_STATS", ""}});
+  bool seen = false;
+  for (int i = 0; i < 100 && !seen; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    seen = game->err().find("Kopien  1000x700\n") != std::string::npos;
+  }
+  EXPECT_TRUE(seen) << game->err();
+  EXPECT_NE(game->err().find("[stats] "), std::string::npos);
+  game->signal(SIGTERM);
+  EXPECT_EQ(game->wait(15).code, 0);
+}
+
+TEST_F(GameBinary, AnUnknownStartScreenPrintsTheChoicesAndStartsAnyway) {
+  auto game = startRunning({}, {{"TESSELLATRIX_SCREEN", "credits"}});
+  EXPECT_NE(game->err().find("TESSELLATRIX_SCREEN: menu levels playing gallery settings about licenses\n"),
+            std::string::npos);
+  game->signal(SIGTERM);
+  EXPECT_EQ(game->wait(15).code, 0);
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+// The frame's input and the per-frame context handed to every screen and
+// widget. The interface is immediate-mode: widgets ask the context each frame
+// whether the input hits them.
+//
+// Click arbitration, per frame:
+//   left press   -> mousePressed (drags start here; never arbitrated)
+//   left release -> mouseReleased: the click. The first takeClick() whose rect
+//                   holds the pointer wins it; later callers get false, so
+//                   screens ask for topmost elements (dialogs) first.
+//   right press  -> rightPressed: takeRightClick() answers every rect that
+//                   holds the pointer, without consuming anything.
+#pragma once
+
+#include <cairo.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace ui {
+
+struct Rect {
+  double x = 0, y = 0, w = 0, h = 0;
+  // Left and top edges are inside, right and bottom edges outside.
+  bool contains(double px, double py) const { return px >= x && py >= y && px < x + w && py < y + h; }
+};
+
+struct Input {
+  double mouseX = 0, mouseY = 0;
+  bool mouseDown = false;
+  bool mousePressed = false;
+  bool mouseReleased = false;
+  bool doubleClick = false;
+  bool rightPressed = false;
+  bool middleDown = false;
+  double wheel = 0;  // positive away from the user
+  double dx = 0, dy = 0;
+  std::vector<int32_t> keys;  // SDL key codes in arrival order, repeats included
+  bool ctrl = false, shift = false;
+
+  bool hasKey(int32_t key) const;
+  // Clears everything for the next frame; the key list keeps its capacity.
+  void reset();
+};
+
+struct Ctx {
+  cairo_t* cr = nullptr;  // scaled to logical units; draws the overlay layer
+  double width = 0, height = 0;
+  double time = 0;  // seconds since start
+  double dt = 0;    // seconds since the previous frame, at most 0.1
+  Input in;
+  bool quit = false;  // set by a screen to end the program; never cleared
+  bool clickTaken = false;
+
+  bool hover(const Rect& r) const { return r.contains(in.mouseX, in.mouseY); }
+  bool takeClick(const Rect& r);
+  bool takeRightClick(const Rect& r) const { return in.rightPressed && hover(r); }
+};
+
+}  // namespace ui
