@@ -44,6 +44,14 @@ class GameBinary : public ::testing::Test {
     return p;
   }
 
+  static bool waitForStats(const Process& p, const std::string& text) {
+    for (int i = 0; i < 300; ++i) {
+      if (p.err().find(text) != std::string::npos) return true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    return false;
+  }
+
   XServer x{1600, 1000};
   TempDir runtime, logs;
   int runs = 0;
@@ -84,9 +92,10 @@ TEST_F(GameBinary, ASecondSignalEndsItAtOnce) {
 }
 
 TEST_F(GameBinary, ASegfaultLeavesACrashReportAndStillKills) {
-  auto game = startRunning({}, {{"TESSELLATRIX_SCREEN", "playing"}});
-  // The screen stack notes what it shows once the first frame is built.
-  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  auto game = startRunning({}, {{"TESSELLATRIX_SCREEN", "playing"}, {"TESSELLATRIX_STATS", ""}});
+  // The screen stack notes what it shows once the first frame is built; a
+  // statistics line proves frames have been drawn.
+  ASSERT_TRUE(waitForStats(*game, "[stats] ")) << game->err();
   game->signal(SIGSEGV);
   const ExitStatus st = game->wait(15);
   EXPECT_FALSE(st.exited);
@@ -119,12 +128,7 @@ TEST_F(GameBinary, VersionAndHelpNeedNoDisplay) {
 
 TEST_F(GameBinary, StatisticsLineShowsTheSizeAskedForOnTheCommandLine) {
   auto game = startRunning({"--size", "1000x700"}, {{"TESSELLATRIX_STATS", ""}});
-  bool seen = false;
-  for (int i = 0; i < 100 && !seen; ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    seen = game->err().find("Kopien  1000x700\n") != std::string::npos;
-  }
-  EXPECT_TRUE(seen) << game->err();
+  EXPECT_TRUE(waitForStats(*game, "Kopien  1000x700\n")) << game->err();
   EXPECT_NE(game->err().find("[stats] "), std::string::npos);
   game->signal(SIGTERM);
   EXPECT_EQ(game->wait(15).code, 0);
