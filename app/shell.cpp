@@ -21,6 +21,7 @@
 #include "ui/frame_layer.h"
 #include "ui/game.h"
 #include "ui/gpu.h"
+#include "ui/textures/board_image.h"
 
 namespace app {
 
@@ -202,6 +203,7 @@ void runFrame(Shell& sh) {
 }
 
 void shutdown(Shell& sh) {
+  ui::imagesShutdown();
   ui::gpuShutdown();
   sh.layer.release();
   SDL_DestroyRenderer(sh.renderer);
