@@ -23,8 +23,8 @@ bool beats(const Piece& candidate, const Piece* best) {
 
 // The whole image box, margins included, is grabbable, not only the knobs'
 // outline. A quarter-turned box is shifted along one axis only, so it sits
-// |d| off the exactly centred box: the pieces are drawn where this says, and
-// the shift must stay as it is.
+// |d| off the exactly centred box along the other; the asymmetry is
+// deliberate and must be kept.
 Piece* Puzzle::hitTest(double px, double py) {
   Piece* best = nullptr;
   for (Piece& piece : pieces) {
