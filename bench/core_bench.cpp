@@ -16,9 +16,11 @@
 
 #include "core/edges.h"
 #include "core/puzzle.h"
+#include "bench/timing.h"
 
 namespace {
 
+using bench::medianMicros;
 using store::BoardLayout;
 
 constexpr int kRows = 10;
@@ -29,21 +31,6 @@ constexpr double kTop = 64;
 constexpr double kTray = 120;
 
 volatile double g_sink = 0;  // keeps the measured work from being optimised away
-
-// Median over `samples` samples of the time per call, each sample timing
-// `calls` calls back to back so short calls stand well above the clock's step.
-double medianMicros(int samples, int calls, const std::function<void()>& prepare, const std::function<void()>& run) {
-  std::vector<double> times;
-  for (int s = 0; s < samples; ++s) {
-    prepare();
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < calls; ++i) run();
-    const auto end = std::chrono::steady_clock::now();
-    times.push_back(std::chrono::duration<double, std::micro>(end - start).count() / calls);
-  }
-  std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
-  return times[times.size() / 2];
-}
 
 void report(const char* what, double micros, const char* baseline, double baseMicros) {
   std::printf("| %s | %.2f | %s | %.2f | %.1f |\n", what, micros, baseline, baseMicros, micros / baseMicros);

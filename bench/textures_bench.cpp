@@ -1,0 +1,200 @@
+// Level start: the time from a level's id to every piece texture painted, for
+// a 10 x 11 puzzle on a 1920 x 1080 window, at scale 1 and at HiDPI scale 2;
+// and painting the 40 thumbnails of the level-select grid. Beside the area-mean
+// reduction, stb_image_resize on the same picture as the ratio to beat.
+// Textures go to SDL's software renderer on a memory surface, so the figures
+// are the painting, not a GPU upload.
+//
+//   textures_bench [samples]
+// Uses the shipped level pictures when the asset tree is there, otherwise
+// synthetic 2500 x 1667 pictures made in a temporary folder.
+#include <SDL.h>
+#include <stb_image.h>
+#include <stb_image_resize.h>
+#include <stb_image_write.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "bench/timing.h"
+#include "core/catalog.h"
+#include "core/puzzle.h"
+#include "platform/fs.h"
+#include "platform/image.h"
+#include "platform/paths.h"
+#include "ui/gpu.h"
+#include "ui/textures/board_image.h"
+#include "ui/textures/level_thumb.h"
+#include "ui/textures/piece_textures.h"
+
+namespace {
+
+using bench::medianMicros;
+
+volatile double g_sink = 0;
+
+// A detailed picture (gradients and noise; JPEG cannot squeeze it to nothing).
+void writeSyntheticLevels(const std::string& root) {
+  const int w = 2500, h = 1667;
+  std::vector<unsigned char> px(static_cast<size_t>(w) * h * 3);
+  unsigned seed = 12345;
+  for (int y = 0; y < h; ++y) {
+    for (int x = 0; x < w; ++x) {
+      seed = seed * 1103515245u + 12345u;
+      unsigned char* p = &px[(static_cast<size_t>(y) * w + x) * 3];
+      p[0] = static_cast<unsigned char>((x * 255 / w + (seed >> 26)) & 255);
+      p[1] = static_cast<unsigned char>((y * 255 / h + (seed >> 27)) & 255);
+      p[2] = static_cast<unsigned char>(((x ^ y) & 255));
+    }
+  }
+  platform::fs::ensureDir(root + "/assets/fonts");
+  platform::fs::ensureDir(root + "/assets/levels");
+  const std::string first = root + "/assets/levels/level1.jpg";
+  stbi_write_jpg(first.c_str(), w, h, 3, px.data(), 88);
+  const std::string bytes = [&] {
+    std::string s;
+    FILE* f = std::fopen(first.c_str(), "rb");
+    char buf[65536];
+    size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) s.append(buf, n);
+    std::fclose(f);
+    return s;
+  }();
+  for (const core::Level& level : core::levels()) {
+    for (const std::string& path : {core::levelImagePath(level), core::levelBlurPath(level)}) {
+      if (path == first) continue;
+      FILE* f = std::fopen(path.c_str(), "wb");
+      std::fwrite(bytes.data(), 1, bytes.size(), f);
+      std::fclose(f);
+    }
+  }
+}
+
+// The asset root: the real one when it has pictures, else a synthetic one.
+std::string prepareAssets() {
+  if (platform::fs::isFile(paths::assetDir() + "/assets/levels/level1.jpg")) return "shipped pictures";
+  const std::string root = "/tmp/tessellatrix-bench-assets";
+  ::setenv("TESSELLATRIX_ASSET_DIR", root.c_str(), 1);
+  return "synthetic pictures (no asset tree found)";
+}
+
+core::Puzzle laidOutPuzzle() {
+  core::Puzzle p("level1", 10, 11);
+  p.layout(1920, 1080, 60, store::BoardLayout::ScrollTray, 112);
+  return p;
+}
+
+struct Renderer {
+  SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormat(0, 64, 64, 32, SDL_PIXELFORMAT_ARGB8888);
+  SDL_Renderer* renderer = SDL_CreateSoftwareRenderer(surface);
+  ~Renderer() {
+    SDL_DestroyRenderer(renderer);
+    SDL_FreeSurface(surface);
+  }
+};
+
+// Decode and reduce to the board, then paint every piece: what the playing
+// screen does between a level's id and its first full frame.
+double levelStart(int samples, double scale) {
+  const core::Puzzle p = laidOutPuzzle();
+  const int bw = static_cast<int>(std::lround(p.boardW * scale));
+  const int bh = static_cast<int>(std::lround(p.boardH * scale));
+  Renderer r;
+  return medianMicros(
+      samples, 1,
+      [&] {
+        ui::imagesShutdown();
+        ui::gpuInit(r.renderer);
+        ui::gpuSetScale(scale);
+      },
+      [&] {
+        cairo_surface_t* picture = ui::boardImage("level1", bw, bh);
+        for (const core::Piece& piece : p.pieces) {
+          g_sink = g_sink + (ui::pieceTexture("level1", p, piece, picture, false) != nullptr);
+        }
+      });
+}
+
+double paintPieces(int samples, double scale) {
+  const core::Puzzle p = laidOutPuzzle();
+  Renderer r;
+  ui::gpuSetScale(scale);
+  cairo_surface_t* picture = ui::boardImage("level1", static_cast<int>(std::lround(p.boardW * scale)),
+                                            static_cast<int>(std::lround(p.boardH * scale)));
+  return medianMicros(
+      samples, 1,
+      [&] {
+        ui::gpuInit(r.renderer);
+        ui::gpuSetScale(scale);
+      },
+      [&] {
+        for (const core::Piece& piece : p.pieces) {
+          g_sink = g_sink + (ui::pieceTexture("level1", p, piece, picture, false) != nullptr);
+        }
+      });
+}
+
+double thumbnails(int samples, int w, int h) {
+  Renderer r;
+  return medianMicros(
+      samples, 1,
+      [&] {
+        ui::gpuInit(r.renderer);
+        ui::gpuSetScale(1.0);
+      },
+      [&] {
+        for (const core::Level& level : core::levels()) g_sink = g_sink + (ui::levelThumb(level.id, false, w, h) != nullptr);
+      });
+}
+
+void reductions(int samples, int bw, int bh) {
+  const std::string path = core::levelImagePath(*core::levelById("level1"));
+  int w = 0, h = 0, comp = 0;
+  unsigned char* rgb = stbi_load(path.c_str(), &w, &h, &comp, 3);
+  const int tw = static_cast<int>(std::lround(w * std::min(1.0, std::min(double(bw) / w, double(bh) / h))));
+  const int th = static_cast<int>(std::lround(h * std::min(1.0, std::min(double(bw) / w, double(bh) / h))));
+  std::vector<unsigned char> packed(static_cast<size_t>(tw) * th * 4), resized(static_cast<size_t>(tw) * th * 3);
+  const double decode = medianMicros(samples, 1, [] {}, [&] {
+    int a, b, c;
+    unsigned char* px = stbi_load(path.c_str(), &a, &b, &c, 3);
+    g_sink = g_sink + px[0];
+    stbi_image_free(px);
+  });
+  const double box = medianMicros(samples, 1, [] {}, [&] {
+    platform::boxReduce(rgb, w, h, packed.data(), tw, th, tw * 4);
+    g_sink = g_sink + packed[0];
+  });
+  const double stbir = medianMicros(samples, 1, [] {}, [&] {
+    stbir_resize_uint8(rgb, w, h, 0, resized.data(), tw, th, 0, 3);
+    g_sink = g_sink + resized[0];
+  });
+  std::printf("| decode %d × %d (stb_image) | %.1f | | |\n", w, h, decode / 1000);
+  std::printf("| reduce to %d × %d, area mean | %.1f | stb_image_resize %.1f | %.2f |\n", tw, th, box / 1000,
+              stbir / 1000, box / stbir);
+  stbi_image_free(rgb);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int samples = argc > 1 ? std::max(1, std::atoi(argv[1])) : 9;
+  const std::string source = prepareAssets();
+  if (source.rfind("synthetic", 0) == 0) writeSyntheticLevels(paths::assetDir());
+  const core::Puzzle p = laidOutPuzzle();
+  std::printf("Pictures: %s. Board of a 10 x 11 puzzle at 1920 x 1080: %.0f x %.0f. Medians of %d samples.\n\n",
+              source.c_str(), p.boardW, p.boardH, samples);
+  std::printf("| step | ms | baseline ms | ratio |\n|---|---|---|---|\n");
+  reductions(samples, static_cast<int>(std::lround(p.boardW)), static_cast<int>(std::lround(p.boardH)));
+  std::printf("| paint 110 piece textures, scale 1 | %.1f | | |\n", paintPieces(samples, 1.0) / 1000);
+  std::printf("| paint 110 piece textures, scale 2 | %.1f | | |\n", paintPieces(samples, 2.0) / 1000);
+  std::printf("| level start (id to all pieces), scale 1 | %.1f | goal 150 | %.2f |\n", levelStart(samples, 1.0) / 1000,
+              levelStart(samples, 1.0) / 150000);
+  std::printf("| level start (id to all pieces), scale 2 | %.1f | | |\n", levelStart(samples, 2.0) / 1000);
+  std::printf("| 40 level-select thumbnails 460 × 306 | %.1f | | |\n", thumbnails(samples, 460, 306) / 1000);
+  ui::gpuShutdown();
+  ui::imagesShutdown();
+  return 0;
+}
