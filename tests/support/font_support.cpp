@@ -20,18 +20,26 @@ void isolateFonts() {
   FcConfigDestroy(empty);  // the current configuration keeps its own reference
 }
 
-std::vector<std::string> registeredFontFiles() {
-  std::vector<std::string> files;
+namespace {
+
+std::vector<std::string> applicationFontStrings(const char* property) {
+  std::vector<std::string> values;
   FcFontSet* set = FcConfigGetFonts(FcConfigGetCurrent(), FcSetApplication);
   for (int i = 0; set && i < set->nfont; ++i) {
-    FcChar8* file = nullptr;
-    if (FcPatternGetString(set->fonts[i], FC_FILE, 0, &file) == FcResultMatch) {
-      files.emplace_back(reinterpret_cast<const char*>(file));
+    FcChar8* value = nullptr;
+    for (int n = 0; FcPatternGetString(set->fonts[i], property, n, &value) == FcResultMatch; ++n) {
+      values.emplace_back(reinterpret_cast<const char*>(value));
     }
   }
-  std::sort(files.begin(), files.end());
-  files.erase(std::unique(files.begin(), files.end()), files.end());
-  return files;
+  std::sort(values.begin(), values.end());
+  values.erase(std::unique(values.begin(), values.end()), values.end());
+  return values;
 }
+
+}  // namespace
+
+std::vector<std::string> registeredFontFiles() { return applicationFontStrings(FC_FILE); }
+
+std::vector<std::string> registeredFontFamilies() { return applicationFontStrings(FC_FAMILY); }
 
 }  // namespace testsupport

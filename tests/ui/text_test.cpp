@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "platform/fs.h"
@@ -263,6 +264,14 @@ TEST(Fonts, AllThreeShippedFontsRegister) {
   EXPECT_TRUE(ui::registerBundledFonts());
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(testsupport::registeredFontFiles().size(), 3u);
+  // Every family the interface asks for is one the shipped files provide.
+  const auto families = testsupport::registeredFontFamilies();
+  std::string names;
+  for (const std::string& f : families) names += " '" + f + "'";
+  for (const char* family : {"DejaVu Sans", "Quillmoss Puzzle CJK"}) {
+    EXPECT_NE(std::find(families.begin(), families.end(), family), families.end()) << family << " not among" << names;
+    EXPECT_NE(std::string(ui::kUiFontFamily).find(family), std::string::npos);
+  }
 }
 
 }  // namespace
