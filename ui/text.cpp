@@ -60,8 +60,7 @@ PangoLayout* layoutFor(cairo_t* cr) {
     s.layout.reset(pango_cairo_create_layout(cr));
     s.owner = cr;
     cairo_set_user_data(cr, &g_ownerKey, cr, forgetOwner);
-    // The layout's description belongs to the old layout's history; start afresh.
-    s.font.reset();
+    if (s.font) pango_layout_set_font_description(s.layout.get(), s.font.get());
   } else {
     // The same context may have been scaled or rotated since (a waving title).
     pango_cairo_update_layout(cr, s.layout.get());
