@@ -55,6 +55,30 @@ void startMusicIfWanted() {
   if (s.ready && s.enabled && s.musicWanted && s.music && !Mix_PlayingMusic()) Mix_PlayMusic(s.music.get(), -1);
 }
 
+// Files are opened here rather than by the mixer so that a missing one is
+// reported as such, and the format is told by content, not by file name.
+SDL_RWops* openAsset(const std::string& path) { return SDL_RWFromFile(path.c_str(), "rb"); }
+
+void loadEffects(State& s) {
+  for (Sfx sfx : kAllSfx) {
+    const std::string path = paths::asset(kSfxFiles[static_cast<int>(sfx)]);
+    SDL_RWops* rw = openAsset(path);
+    ChunkPtr chunk(rw ? Mix_LoadWAV_RW(rw, 1) : nullptr);
+    if (chunk) {
+      s.chunks[sfx] = std::move(chunk);
+    } else {
+      std::fprintf(stderr, "[audio] Effekt fehlt: %s (%s)\n", path.c_str(), SDL_GetError());
+    }
+  }
+}
+
+void loadMusic(State& s) {
+  const std::string path = paths::asset(kMusicFile);
+  SDL_RWops* rw = openAsset(path);
+  s.music.reset(rw ? Mix_LoadMUS_RW(rw, 1) : nullptr);
+  if (!s.music) std::fprintf(stderr, "[audio] Musik fehlt: %s (%s)\n", path.c_str(), SDL_GetError());
+}
+
 }  // namespace
 
 void init() {
@@ -70,20 +94,8 @@ void init() {
     return;
   }
   Mix_AllocateChannels(kChannels);
-  for (Sfx sfx : kAllSfx) {
-    const std::string path = paths::asset(kSfxFiles[static_cast<int>(sfx)]);
-    ChunkPtr chunk(Mix_LoadWAV(path.c_str()));
-    if (chunk) {
-      s.chunks[sfx] = std::move(chunk);
-    } else {
-      std::fprintf(stderr, "[audio] Effekt fehlt: %s (%s)\n", path.c_str(), SDL_GetError());
-    }
-  }
-  const std::string musicPath = paths::asset(kMusicFile);
-  // Through an RWops so the format is told by content, not by file name.
-  SDL_RWops* rw = SDL_RWFromFile(musicPath.c_str(), "rb");
-  if (rw) s.music.reset(Mix_LoadMUS_RW(rw, 1));
-  if (!s.music) std::fprintf(stderr, "[audio] Musik fehlt: %s (%s)\n", musicPath.c_str(), SDL_GetError());
+  loadEffects(s);
+  loadMusic(s);
   s.ready = true;
   Mix_VolumeMusic(mixerVolume(s.musicVolume));
 }

@@ -206,6 +206,17 @@ TEST_F(Sound, AMissingEffectIsReportedOnceAndThenSilent) {
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "not reported again";
 }
 
+TEST_F(Sound, AnEffectFileThatIsNoSoundIsReportedLikeAMissingOne) {
+  makeAssets();
+  const std::string path = root.write("assets/audio/sfx_drop.ogg", "this is not a sound");
+  ::testing::internal::CaptureStderr();
+  audio::init();
+  const std::string err = ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err.rfind("[audio] Effekt fehlt: " + path + " (", 0), 0u) << err;
+  audio::play(audio::Sfx::Drop);
+  EXPECT_EQ(playingChannels(), 0);
+}
+
 TEST_F(Sound, MissingMusicIsReportedAndTheEffectsStillPlay) {
   const std::string err = start({"bgm_calm"});
   EXPECT_EQ(err.rfind("[audio] Musik fehlt: " + root.file("assets/audio/bgm_calm.ogg") + " (", 0), 0u) << err;
