@@ -15,6 +15,8 @@
 #include "app/events.h"
 #include "app/frame_stats.h"
 #include "app/window_geometry.h"
+#include "audio/audio.h"
+#include "i18n/i18n.h"
 #include "platform/app_info.h"
 #include "platform/crash.h"
 #include "platform/paths.h"
@@ -22,6 +24,7 @@
 #include "ui/game.h"
 #include "ui/gpu.h"
 #include "ui/textures/board_image.h"
+#include "ui/text.h"
 
 namespace app {
 
@@ -30,9 +33,13 @@ namespace {
 volatile sig_atomic_t g_terminate = 0;
 
 // First signal: finish the frame and shut down normally (settings saved).
-// Second signal: the player means it; leave at once.
+// Second signal: the player means it; leave at once, closing the sound device
+// so it is not left open mid-buffer.
 void onTerminationSignal(int sig) {
-  if (g_terminate) _Exit(128 + sig);
+  if (g_terminate) {
+    audio::shutdown();
+    _Exit(128 + sig);
+  }
   g_terminate = 1;
 }
 
@@ -205,6 +212,7 @@ void runFrame(Shell& sh) {
 void shutdown(Shell& sh) {
   ui::imagesShutdown();
   ui::gpuShutdown();
+  audio::shutdown();
   sh.layer.release();
   SDL_DestroyRenderer(sh.renderer);
   SDL_DestroyWindow(sh.window);
@@ -224,6 +232,7 @@ int run(int argc, char** argv) {
 
   Shell sh;
   sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);
+  i18n::setLanguage(sh.settings.language);
   applyStartScreen(sh.settings);
 
   // SDL falls back to its invisible offscreen driver when no display is
@@ -236,6 +245,12 @@ int run(int argc, char** argv) {
   }
   if (!createWindow(sh) || !createRenderer(sh)) return 1;
   ui::gpuInit(sh.renderer);
+  ui::registerBundledFonts();
+  audio::init();
+  audio::setEnabled(sh.settings.soundOn);
+  audio::setMusicVolume(sh.settings.musicVolume);
+  audio::setSfxVolume(sh.settings.sfxVolume);
+  if (sh.settings.soundOn) audio::startMusic();
 
   sh.prevFrameStart = nowSeconds();
   sh.appliedFullscreen = sh.settings.fullscreen;

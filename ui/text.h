@@ -1,0 +1,44 @@
+// One-line text drawn with pango on a cairo context, in the fonts the game
+// ships. A style may give a maximum width: a longer string is drawn with its
+// font scaled down to fit, but never below `minScale` of its size, so a very
+// long string still overflows rather than becoming unreadable.
+#pragma once
+
+#include <cairo.h>
+
+#include <cstdint>
+#include <string>
+
+namespace ui {
+
+// DejaVu first; the CJK font supplies only the glyphs DejaVu lacks.
+inline constexpr const char* kUiFontFamily = "DejaVu Sans, Quillmoss Puzzle CJK";
+
+enum TextAlign : int32_t { kAlignLeft = 0, kAlignCenter = 1, kAlignRight = 2 };
+
+struct TextStyle {
+  const char* family = kUiFontFamily;
+  double size = 15;  // logical units
+  bool bold = false;
+  bool italic = false;
+  uint32_t color = 0xf2f2f2;
+  double alpha = 1.0;
+  int32_t align = kAlignLeft;  // what x means for drawText: left edge, centre or right edge
+  double maxWidth = 0;         // 0 or less: no limit
+  double minScale = 0.6;
+};
+
+// Registers the bundled font files with fontconfig's current configuration.
+// Must run before the first text is laid out: pango reads the font list once.
+// False when any file was refused (each refusal is reported on stderr).
+bool registerBundledFonts();
+
+// The layout box's top is at y; x is its left edge, centre or right edge by
+// `align`. An empty string draws nothing.
+void drawText(cairo_t* cr, double x, double y, const std::string& text, const TextStyle& style);
+// The layout box centred on (cx, cy); `align` is ignored.
+void drawTextCentered(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style);
+// Width and height of the layout box as drawText would draw it (after fitting).
+void measureText(cairo_t* cr, const std::string& text, const TextStyle& style, double* w, double* h);
+
+}  // namespace ui
