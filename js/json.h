@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -16,14 +16,19 @@ enum class Kind : int32_t { Null = 0, Bool = 1, Number = 2, String = 3, Array = 
 
 // One tagged value owning its children by value. Only the field named by
 // `kind` is meaningful. Object members are kept unique and in byte-wise key
-// order, so a document is always written back sorted.
+// order, so a document is always written back sorted. They are held in a
+// sorted vector rather than a tree: one allocation per object instead of one
+// per member, binary search for lookups, and appending for the sorted text
+// the game writes.
 struct Value {
+  using Member = std::pair<std::string, Value>;
+
   Kind kind = Kind::Null;
   bool boolean = false;
   double number = 0;
   std::string string;
   std::vector<Value> array;
-  std::map<std::string, Value> object;
+  std::vector<Member> object;  // sorted by key, keys unique
 
   Value() = default;
   Value(bool b) : kind(Kind::Bool), boolean(b) {}
@@ -54,8 +59,10 @@ struct Value {
   size_t size() const;
   bool has(const std::string& key) const;
 
-  // Builders: `set` makes a null value an object, `push` makes it an array.
-  Value& set(const std::string& key, Value v);
+  // Builders: `member` and `set` make any other kind an object, `push` makes
+  // it an array. `member` gives the member's value, added as null if missing.
+  Value& member(const std::string& key);
+  Value& set(const std::string& key, Value v) { return member(key) = std::move(v); }
   Value& push(Value v);
 
   std::string dump() const;

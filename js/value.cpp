@@ -1,4 +1,5 @@
 // Accessors, builders and the compact writer of js::Value.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -36,6 +37,13 @@ void appendNumber(std::string& out, double n) {
     r = std::to_chars(buf, buf + sizeof buf, n, std::chars_format::general, 17);
   }
   out.append(buf, r.ptr);
+}
+
+// The first member whose key is not below `key`.
+template <typename Members>
+auto lowerBound(Members& members, const std::string& key) {
+  return std::lower_bound(members.begin(), members.end(), key,
+                          [](const Value::Member& m, const std::string& k) { return m.first < k; });
 }
 
 void appendString(std::string& out, const std::string& s) {
@@ -89,8 +97,8 @@ int64_t Value::asInt64(int64_t def) const {
 
 const Value& Value::operator[](const std::string& key) const {
   if (kind != Kind::Object) return kNull;
-  const auto it = object.find(key);
-  return it == object.end() ? kNull : it->second;
+  const auto it = lowerBound(object, key);
+  return (it == object.end() || it->first != key) ? kNull : it->second;
 }
 
 const Value& Value::operator[](unsigned long i) const {
@@ -103,11 +111,22 @@ size_t Value::size() const {
   return 0;
 }
 
-bool Value::has(const std::string& key) const { return kind == Kind::Object && object.count(key) != 0; }
+bool Value::has(const std::string& key) const {
+  if (kind != Kind::Object) return false;
+  const auto it = lowerBound(object, key);
+  return it != object.end() && it->first == key;
+}
 
-Value& Value::set(const std::string& key, Value v) {
+Value& Value::member(const std::string& key) {
   if (kind != Kind::Object) *this = makeObject();
-  return object.insert_or_assign(key, std::move(v)).first->second;
+  // Members nearly always arrive in order: the game writes them sorted.
+  if (object.empty() || object.back().first < key) {
+    if (object.empty()) object.reserve(8);
+    return object.emplace_back(key, Value()).second;
+  }
+  const auto it = lowerBound(object, key);
+  if (it != object.end() && it->first == key) return it->second;
+  return object.emplace(it, key, Value())->second;
 }
 
 Value& Value::push(Value v) {
