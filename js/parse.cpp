@@ -45,6 +45,15 @@ void appendUtf8(std::string& out, uint32_t cp) {
   }
 }
 
+// The end of a plain decimal number at `start` read into `*d`, or null when
+// the text is not one from_chars reads the way strtod would.
+const char* readDecimal(const char* start, const char* last, double* d) {
+  if (*start != '-' && (*start < '0' || *start > '9')) return nullptr;
+  const auto [end, ec] = std::from_chars(start, last, *d);
+  if (ec != std::errc() || (end != last && (*end == 'x' || *end == 'X'))) return nullptr;
+  return end;
+}
+
 class Parser {
  public:
   explicit Parser(const std::string& text) : s_(text.c_str()), n_(text.size()) {}
@@ -67,6 +76,12 @@ class Parser {
  private:
   bool at(char c) const { return pos_ < n_ && s_[pos_] == c; }
 
+  bool take(char c) {
+    if (!at(c)) return false;
+    ++pos_;
+    return true;
+  }
+
   void skipSpace() {
     while (pos_ < n_ && (s_[pos_] == ' ' || s_[pos_] == '\t' || s_[pos_] == '\n' || s_[pos_] == '\r')) ++pos_;
   }
@@ -79,24 +94,20 @@ class Parser {
   }
 
   // The number grammar is strtod's: "+1", ".5", "5.", "0x1p3" and "inf" are
-  // numbers here. Plain decimal numbers, nearly all there are, take the much
+  // numbers here. Plain decimal numbers, nearly all there are, take the
   // faster from_chars, which rounds them exactly as strtod does; whatever it
-  // does not read alike (a sign or point first, hex, overflow) goes to strtod.
+  // does not read alike (a plus sign or point first, hex, overflow, blanks
+  // strtod would skip) goes to strtod.
   // The text is NUL-terminated, so strtod cannot run past it.
   bool number(Value& out) {
     const char* start = s_ + pos_;
-    const char* last = s_ + n_;
-    if (*start == '-' || (*start >= '0' && *start <= '9')) {
-      double d;
-      const auto [end, ec] = std::from_chars(start, last, d);
-      if (ec == std::errc() && (end == last || (*end != 'x' && *end != 'X'))) {
-        pos_ += static_cast<size_t>(end - start);
-        out = Value(d);
-        return true;
-      }
+    double d = 0;
+    const char* end = readDecimal(start, s_ + n_, &d);
+    if (!end) {
+      char* stop = nullptr;
+      d = strtod_l(start, &stop, cLocale());
+      end = stop;
     }
-    char* end = nullptr;
-    const double d = strtod_l(start, &end, cLocale());
     if (end == start) return false;
     pos_ += static_cast<size_t>(end - start);
     out = Value(d);
@@ -107,20 +118,13 @@ class Parser {
     ++pos_;
     out.kind = Kind::Array;
     skipSpace();
-    if (at(']')) {
-      ++pos_;
-      return true;
-    }
+    if (take(']')) return true;
     for (;;) {
       out.array.emplace_back();
       if (!value(out.array.back(), depth)) return false;
       skipSpace();
-      if (at(']')) {
-        ++pos_;
-        return true;
-      }
-      if (!at(',')) return false;
-      ++pos_;
+      if (take(']')) return true;
+      if (!take(',')) return false;
     }
   }
 
@@ -128,30 +132,22 @@ class Parser {
     ++pos_;
     out.kind = Kind::Object;
     skipSpace();
-    if (at('}')) {
-      ++pos_;
-      return true;
-    }
+    if (take('}')) return true;
     std::string key;
     for (;;) {
       skipSpace();
       key.clear();
       if (!at('"') || !string(key)) return false;
       skipSpace();
-      if (!at(':')) return false;
-      ++pos_;
+      if (!take(':')) return false;
       // A repeated key starts afresh: the last one wins. Parsing the member
       // adds nothing to this object, so the reference stays valid.
       Value& slot = out.member(key);
       if (!slot.isNull()) slot = Value();
       if (!value(slot, depth)) return false;
       skipSpace();
-      if (at('}')) {
-        ++pos_;
-        return true;
-      }
-      if (!at(',')) return false;
-      ++pos_;
+      if (take('}')) return true;
+      if (!take(',')) return false;
     }
   }
 

@@ -53,21 +53,18 @@ void readEnum(const js::Value& v, const EnumNames& names, Enum* out) {
   if (v.isString()) *out = static_cast<Enum>(valueOf(names, v));
 }
 
-struct BoolKey {
+template <typename T>
+struct FieldKey {
   const char* key;
-  bool Settings::*field;
+  T Settings::*field;
 };
-constexpr BoolKey kBoolKeys[] = {
+constexpr FieldKey<bool> kBoolKeys[] = {
     {"soundOn", &Settings::soundOn},     {"showSecondRow", &Settings::showSecondRow},
     {"hideConnectedBorder", &Settings::hideConnectedBorder}, {"maximized", &Settings::maximized},
     {"fullscreen", &Settings::fullscreen},
 };
 
-struct ColorKey {
-  const char* key;
-  OptColor Settings::*field;
-};
-constexpr ColorKey kColorKeys[] = {
+constexpr FieldKey<OptColor> kColorKeys[] = {
     {"bgColor", &Settings::bgColor},         {"boardColor", &Settings::boardColor},
     {"trayBgColor", &Settings::trayBgColor}, {"trayBorderColor", &Settings::trayBorderColor},
     {"gridColor", &Settings::gridColor},
@@ -134,14 +131,14 @@ bool decodeColor(const js::Value& v, uint32_t* rgb) {
 js::Value settingsToJson(const Settings& s) {
   js::Value doc = js::Value::makeObject();
   doc.set("language", js::Value(s.language));
-  for (const BoolKey& k : kBoolKeys) doc.set(k.key, js::Value(s.*k.field));
+  for (const FieldKey<bool>& k : kBoolKeys) doc.set(k.key, js::Value(s.*k.field));
   doc.set("difficulty", js::Value(difficultyName(s.difficulty)));
   doc.set("musicVolume", finiteNumber(s.musicVolume));
   doc.set("sfxVolume", finiteNumber(s.sfxVolume));
   doc.set("boardLayout", js::Value(nameOf(kLayoutNames, static_cast<int>(s.boardLayout))));
   doc.set("boardZoomMode", js::Value(nameOf(kZoomNames, static_cast<int>(s.boardZoomMode))));
   doc.set("rotationMode", js::Value(rotationModeName(s.rotationMode)));
-  for (const ColorKey& k : kColorKeys) doc.set(k.key, colorJson(s.*k.field));
+  for (const FieldKey<OptColor>& k : kColorKeys) doc.set(k.key, colorJson(s.*k.field));
   for (const IntKey& k : kIntKeys) doc.set(k.key, js::Value(s.*k.field));
   return doc;
 }
@@ -149,14 +146,14 @@ js::Value settingsToJson(const Settings& s) {
 void settingsFromJson(const js::Value& doc, Settings* s) {
   if (!doc.isObject()) return;
   readString(doc["language"], &s->language);
-  for (const BoolKey& k : kBoolKeys) readBool(doc[k.key], &(s->*k.field));
+  for (const FieldKey<bool>& k : kBoolKeys) readBool(doc[k.key], &(s->*k.field));
   readDifficulty(doc["difficulty"], &s->difficulty);
   readVolume(doc["musicVolume"], &s->musicVolume);
   readVolume(doc["sfxVolume"], &s->sfxVolume);
   readEnum(doc["boardLayout"], kLayoutNames, &s->boardLayout);
   readEnum(doc["boardZoomMode"], kZoomNames, &s->boardZoomMode);
   readEnum(doc["rotationMode"], kRotationNames, &s->rotationMode);
-  for (const ColorKey& k : kColorKeys) {
+  for (const FieldKey<OptColor>& k : kColorKeys) {
     OptColor& c = s->*k.field;
     c.set = decodeColor(doc[k.key], &c.rgb);
   }
