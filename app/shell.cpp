@@ -20,6 +20,7 @@
 #include "platform/app_info.h"
 #include "platform/crash.h"
 #include "platform/paths.h"
+#include "store/store.h"
 #include "ui/frame_layer.h"
 #include "ui/game.h"
 #include "ui/gpu.h"
@@ -52,7 +53,7 @@ constexpr uint32_t kBackground = 0x0e1320;
 constexpr double kGeometrySaveInterval = 2.0;
 
 struct Shell {
-  store::Settings settings;
+  store::Settings& settings = store::settings();
   bool sizeFromCommandLine = false;
   SDL_Window* window = nullptr;
   SDL_Renderer* renderer = nullptr;
@@ -135,6 +136,10 @@ void gatherInput(Shell& sh) {
   sh.ctx.clickTaken = false;
   SDL_Event e;
   while (SDL_PollEvent(&e)) handleEvent(e, nowSeconds(), SDL_GetWindowFlags(sh.window), in, sh.settings, sh.loop);
+  if (sh.loop.saveNow) {
+    sh.loop.saveNow = false;
+    store::saveSettings();
+  }
   if (sh.settings.fullscreen != sh.appliedFullscreen) {
     SDL_SetWindowFullscreen(sh.window, sh.settings.fullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
     sh.appliedFullscreen = sh.settings.fullscreen;
@@ -200,6 +205,7 @@ void runFrame(Shell& sh) {
 
   // The first change is saved at once, later ones at most every two seconds.
   if (sh.loop.geometryChanged && time - sh.lastGeometrySave > kGeometrySaveInterval) {
+    store::saveSettings();
     sh.loop.geometryChanged = false;
     sh.lastGeometrySave = time;
   }
@@ -210,6 +216,7 @@ void runFrame(Shell& sh) {
 }
 
 void shutdown(Shell& sh) {
+  store::saveSettings();
   ui::imagesShutdown();
   ui::gpuShutdown();
   audio::shutdown();
@@ -230,7 +237,8 @@ int run(int argc, char** argv) {
   platform::installCrashHandler();
   paths::prepareFontconfig();
 
-  Shell sh;
+  store::init();
+  Shell sh;  // its settings are the store's record
   sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);
   i18n::setLanguage(sh.settings.language);
   applyStartScreen(sh.settings);

@@ -18,6 +18,11 @@ struct DirCloser {
   void operator()(DIR* d) const { closedir(d); }
 };
 
+struct FileCloser {
+  void operator()(FILE* f) const { std::fclose(f); }
+};
+using FilePtr = std::unique_ptr<FILE, FileCloser>;
+
 bool statMode(const std::string& path, mode_t* mode) {
   struct stat st;
   if (path.empty() || ::stat(path.c_str(), &st) != 0) return false;
@@ -82,6 +87,27 @@ bool syncFile(const std::string& path) {
   const bool ok = ::fsync(fd) == 0;
   ::close(fd);
   return ok;
+}
+
+bool readFile(const std::string& path, std::string* out) {
+  FilePtr f(path.empty() ? nullptr : std::fopen(path.c_str(), "rb"));
+  if (!f) return false;
+  std::string data;
+  char buf[16384];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, f.get())) > 0) data.append(buf, n);
+  // A folder opens fine on Linux and fails only here.
+  if (std::ferror(f.get())) return false;
+  *out = std::move(data);
+  return true;
+}
+
+bool writeFile(const std::string& path, const std::string& data) {
+  FilePtr f(path.empty() ? nullptr : std::fopen(path.c_str(), "wb"));
+  if (!f) return false;
+  const bool written = std::fwrite(data.data(), 1, data.size(), f.get()) == data.size();
+  // Closing flushes the buffer, so its result counts as much as the write's.
+  return std::fclose(f.release()) == 0 && written;
 }
 
 }  // namespace platform::fs

@@ -16,5 +16,11 @@ bool ensureDir(const std::string& path);
 std::vector<std::string> listDir(const std::string& path);
 bool replaceAtomic(const std::string& from, const std::string& to);
 bool syncFile(const std::string& path);
+// The whole file in binary; false, with `out` untouched, if it cannot be
+// opened or read to the end.
+bool readFile(const std::string& path, std::string* out);
+// Creates or truncates `path` and writes `data`; false if anything failed,
+// closing included (a partly written file may then remain).
+bool writeFile(const std::string& path, const std::string& data);
 
 }  // namespace platform::fs

@@ -6,7 +6,9 @@
 #include <memory>
 #include <thread>
 
+#include "js/json.h"
 #include "platform/fs.h"
+#include "platform/seal.h"
 #include "tests/support/test_support.h"
 
 namespace {
@@ -140,6 +142,35 @@ TEST_F(GameBinary, AnUnknownStartScreenPrintsTheChoicesAndStartsAnyway) {
             std::string::npos);
   game->signal(SIGTERM);
   EXPECT_EQ(game->wait(15).code, 0);
+}
+
+// The settings file the game leaves in a data folder, unsealed; null when
+// there is none or it does not open.
+js::Value storedSettings(const TempDir& data) {
+  std::string plain;
+  const std::string sealed = testsupport::readFile(data.file("tessellatrix/settings.dat"));
+  if (platform::saveDecrypt(sealed, &plain) != platform::SealResult::Ok) return js::Value();
+  return js::parse(plain);
+}
+
+TEST_F(GameBinary, FullscreenOnceOnTheCommandLineIsStoredWhenSigtermEndsIt) {
+  TempDir data;
+  const Env env = {{"XDG_DATA_HOME", data.path()}};
+  auto first = startRunning({"--fullscreen"}, env);
+  first->signal(SIGTERM);
+  ASSERT_EQ(first->wait(15).code, 0);
+  const js::Value stored = storedSettings(data);
+  ASSERT_TRUE(stored.isObject()) << "no readable settings.dat";
+  EXPECT_EQ(stored.size(), 21u);
+  EXPECT_TRUE(stored["fullscreen"].boolean);
+  EXPECT_FALSE(platform::fs::isFile(data.file("tessellatrix/settings.dat.neu")));
+
+  // Started again without the option, the game keeps the stored choice.
+  auto second = startRunning({}, env);
+  second->signal(SIGTERM);
+  ASSERT_EQ(second->wait(15).code, 0);
+  EXPECT_TRUE(storedSettings(data)["fullscreen"].boolean);
+  EXPECT_EQ(second->err().find("[storage]"), std::string::npos) << second->err();
 }
 
 }  // namespace

@@ -91,4 +91,32 @@ TEST(FileHelpers, SyncFileNeedsAnOpenableFile) {
   EXPECT_FALSE(platform::fs::syncFile(dir.file("missing")));
 }
 
+TEST(FileHelpers, ReadFileTakesEveryByteAndLeavesTheOutputAloneOnFailure) {
+  TempDir dir;
+  std::string big(100000, '\0');
+  for (size_t i = 0; i < big.size(); ++i) big[i] = static_cast<char>(i * 7);
+  const std::string path = dir.write("big", big);
+  std::string out = "kept";
+  EXPECT_FALSE(platform::fs::readFile(dir.file("missing"), &out));
+  EXPECT_FALSE(platform::fs::readFile(dir.path(), &out));
+  EXPECT_FALSE(platform::fs::readFile("", &out));
+  EXPECT_EQ(out, "kept");
+  ASSERT_TRUE(platform::fs::readFile(path, &out));
+  EXPECT_EQ(out, big);
+  ASSERT_TRUE(platform::fs::readFile(dir.write("empty", ""), &out));
+  EXPECT_EQ(out, "");
+}
+
+TEST(FileHelpers, WriteFileTruncatesAndReportsFailure) {
+  TempDir dir;
+  const std::string path = dir.write("f", "a longer old text");
+  EXPECT_TRUE(platform::fs::writeFile(path, std::string("ne\0w", 4)));
+  EXPECT_EQ(testsupport::readFile(path), std::string("ne\0w", 4));
+  EXPECT_FALSE(platform::fs::writeFile(dir.file("missing/f"), "x"));
+  EXPECT_FALSE(platform::fs::writeFile(dir.path(), "x"));
+  // The kernel's full device fails every write that reaches it.
+  EXPECT_FALSE(platform::fs::writeFile("/dev/full", std::string(100000, 'x')));
+  EXPECT_FALSE(platform::fs::writeFile("/dev/full", "x")) << "a failure showing only when closing counts";
+}
+
 }  // namespace
