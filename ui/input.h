@@ -42,6 +42,15 @@ struct Input {
   void reset();
 };
 
+// The one list drag the context follows across frames (kinetic scrolling):
+// which offset it moves, how far it has gone and how fast.
+struct DragState {
+  bool active = false;
+  double distance = 0;          // accumulated |dy|; over 5 it is a drag, not a tap
+  double velocity = 0;          // units per second, smoothed
+  const double* target = nullptr;  // the offset last dragged
+};
+
 struct Ctx {
   cairo_t* cr = nullptr;  // scaled to logical units; draws the overlay layer
   double width = 0, height = 0;
@@ -50,6 +59,7 @@ struct Ctx {
   Input in;
   bool quit = false;  // set by a screen to end the program; never cleared
   bool clickTaken = false;
+  DragState drag;  // kept across frames
 
   bool hover(const Rect& r) const { return r.contains(in.mouseX, in.mouseY); }
   bool takeClick(const Rect& r);

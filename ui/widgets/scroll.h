@@ -1,0 +1,13 @@
+// Kinetic scrolling of a vertical list: wheel, drag with a fling, and the
+// scrollbar. The context holds the one drag in progress (ui::Ctx::drag).
+#pragma once
+
+#include "ui/input.h"
+
+namespace ui {
+
+// Updates *offset for this frame and clamps it to [0, content - viewport].
+void applyScroll(Ctx& ctx, const Rect& viewport, double contentHeight, double* offset);
+void scrollbar(Ctx& ctx, const Rect& viewport, double contentHeight, double offset);
+
+}  // namespace ui
