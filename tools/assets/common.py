@@ -55,24 +55,26 @@ def copyright_path(root, package):
 
 
 def license_from_copyright(path, name):
-    """The text of the stand-alone 'License: <name>' paragraph of a
-    machine-readable debian/copyright file, with its continuation lines
-    unfolded (' .' is an empty line)."""
+    """The text of the 'License: <name>' paragraph of a machine-readable
+    debian/copyright file, with its continuation lines unfolded (' .' is an
+    empty line). A stand-alone licence paragraph is preferred; otherwise the
+    text given inside a Files paragraph is taken."""
     lines = open(path, encoding="utf-8").read().split("\n")
+    found = {}
     for i, line in enumerate(lines):
         if line.strip() != f"License: {name}":
             continue
-        # A stand-alone licence paragraph begins with its License field.
-        if i > 0 and lines[i - 1].strip():
-            continue
-        out = []
-        for body in lines[i + 1:]:
-            if not body.startswith(" "):
+        body = []
+        for cont in lines[i + 1:]:
+            if not cont.startswith(" "):
                 break
-            out.append("" if body.strip() == "." else body[1:])
-        if out:
-            return "\n".join(out).rstrip() + "\n"
-    die(f"no licence paragraph '{name}' in {path}")
+            body.append("" if cont.strip() == "." else cont[1:])
+        standalone = i == 0 or not lines[i - 1].strip()
+        if body:
+            found.setdefault(standalone, "\n".join(body).rstrip() + "\n")
+    if not found:
+        die(f"no licence text '{name}' in {path}")
+    return found.get(True, found.get(False))
 
 
 def common_license(name):

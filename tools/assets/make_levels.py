@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Makes assets/levels/<id>.jpg and <id>_blur.jpg for the forty levels, and
 the licence texts the pictures need under assets/licenses/.
 
