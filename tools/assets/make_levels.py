@@ -74,12 +74,13 @@ def make_picture(pic, src, size, out_dir):
 
 
 def write_license_texts(roots):
+    for pic in PICTURES:
+        if pic["license"] not in LICENSE_TEXTS:
+            die(f"no licence text known for {pic['license']}")
     out_dir = os.path.join(ASSETS, "licenses")
     os.makedirs(out_dir, exist_ok=True)
-    used = {p["license"] for p in PICTURES}
-    for name in sorted(used):
-        if name not in LICENSE_TEXTS:
-            die(f"no licence text known for {name}")
+    # All of them: the sounds' licences are among these too.
+    for name in sorted(LICENSE_TEXTS):
         file_name, origin = LICENSE_TEXTS[name]
         if origin[0] == "common":
             text = common_license(origin[1])
