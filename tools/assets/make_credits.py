@@ -49,7 +49,8 @@ FONTS = [
                "family renamed by tools/assets/make_fonts.py"),
 ]
 
-OURS = "Quillmoss's Puzzle developers"
+# The game's makers, as its About screen names them.
+OURS = "Quillmoss Software"
 SOUNDS = [
     ("sfx_click", "sound effect", "Click", "a soft wooden tick of 45 ms: a damped 1.6 kHz tone over a lower knock"),
     ("sfx_pickup", "sound effect", "Pickup", "a gentle upward glide of 160 ms, 480 to 860 Hz"),
