@@ -285,8 +285,10 @@ def music_dry(loops):
 # --- output ---------------------------------------------------------------------
 
 def add_room(wav, reverb):
+    # sox dithers when it writes 16-bit samples; -R seeds that noise the same
+    # way on every run.
     out = wav + ".room.wav"
-    run(["sox", wav, out, "reverb", *reverb.split()])
+    run(["sox", "-R", wav, out, "reverb", *reverb.split()])
     return out
 
 
@@ -305,7 +307,7 @@ def make_music(tmp):
     write_wav(wav, normalise(music_dry(3), -6))
     wet = add_room(wav, "55 40 100 80 20 -4")
     cut = os.path.join(tmp, "bgm_calm.wav")
-    run(["sox", wet, cut, "trim", f"{seconds(LEAD_IN + LOOP)}s", f"{seconds(LOOP)}s", "gain", "-n", "-3"])
+    run(["sox", "-R", wet, cut, "trim", f"{seconds(LEAD_IN + LOOP)}s", f"{seconds(LOOP)}s", "gain", "-n", "-3"])
     return cut
 
 
