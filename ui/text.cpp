@@ -151,4 +151,22 @@ void measureText(cairo_t* cr, const std::string& text, const TextStyle& style, d
   layoutSize(layOutFitted(cr, text, style), w, h);
 }
 
+double drawTextWrapped(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style,
+                       double width) {
+  if (text.empty()) return 0;
+  PangoLayout* layout = layOut(cr, text, style, 1.0);
+  // The layout is shared by every one-line call, so the paragraph settings
+  // are taken off again before anyone else lays text out.
+  width = std::max(width, 1.0);
+  pango_layout_set_width(layout, static_cast<int>(width * PANGO_SCALE));
+  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+  pango_layout_set_alignment(layout, PANGO_ALIGN_CENTER);
+  double h = 0;
+  layoutSize(layout, nullptr, &h);
+  show(cr, layout, cx - width * 0.5, cy - h * 0.5, style);
+  pango_layout_set_width(layout, -1);
+  pango_layout_set_alignment(layout, PANGO_ALIGN_LEFT);
+  return h;
+}
+
 }  // namespace ui

@@ -40,5 +40,11 @@ void drawText(cairo_t* cr, double x, double y, const std::string& text, const Te
 void drawTextCentered(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style);
 // Width and height of the layout box as drawText would draw it (after fitting).
 void measureText(cairo_t* cr, const std::string& text, const TextStyle& style, double* w, double* h);
+// A paragraph: broken into lines of at most `width` (between words where it
+// can, inside a word where it must), each line centred, the whole block
+// centred on (cx, cy). The style's size is kept; `align` and `maxWidth` are
+// ignored. Returns the block's height (0 for an empty string).
+double drawTextWrapped(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style,
+                       double width);
 
 }  // namespace ui

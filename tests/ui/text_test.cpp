@@ -227,6 +227,71 @@ TEST_F(Text, TextFollowsTheFrameContextAcrossFrames) {
   }
 }
 
+// Where a paragraph's ink lies: columns from Ink, rows found here.
+std::pair<int, int> inkRows(const Ink& ink, int w, int h) {
+  int top = -1, bottom = -1;
+  for (int y = 0; y < h; ++y) {
+    for (int x = 0; x < w; ++x) {
+      if (ink.alpha(x, y) > 0) {
+        if (top < 0) top = y;
+        bottom = y;
+        break;
+      }
+    }
+  }
+  return {top, bottom};
+}
+
+const std::string kParagraph = "The whole puzzle will be reset. Progress and time are lost for good.";
+
+TEST_F(Text, AParagraphWrapsIntoCentredLinesNoWiderThanAsked) {
+  ui::TextStyle style;
+  style.size = 15;
+  double lineW = 0, lineH = 0;
+  ui::measureText(scratch.cr.get(), kParagraph, style, &lineW, &lineH);
+  ASSERT_GT(lineW, 300) << "too long for one line of 200";
+
+  Ink ink(400, 300);
+  const double h = ui::drawTextWrapped(ink.cr.get(), 200, 150, kParagraph, style, 200);
+  EXPECT_GE(h, 2.5 * lineH) << "three lines or more";
+  const auto [lo, hi] = ink.columns();
+  EXPECT_GE(lo, 100);
+  EXPECT_LE(hi, 300);
+  EXPECT_NEAR((lo + hi) / 2.0, 200, 6);
+  const auto [top, bottom] = inkRows(ink, 400, 300);
+  EXPECT_GE(top, 150 - h / 2 - 1);
+  EXPECT_LE(bottom, 150 + h / 2 + 1);
+  EXPECT_NEAR((top + bottom) / 2.0, 150, 5) << "the block is centred on the point";
+}
+
+TEST_F(Text, AShortParagraphIsOneCentredLine) {
+  ui::TextStyle style;
+  style.size = 15;
+  double w = 0, lineH = 0;
+  ui::measureText(scratch.cr.get(), "Solved!", style, &w, &lineH);
+  Ink ink(400, 100);
+  EXPECT_DOUBLE_EQ(ui::drawTextWrapped(ink.cr.get(), 200, 50, "Solved!", style, 300), lineH);
+  const auto [lo, hi] = ink.columns();
+  EXPECT_NEAR((lo + hi) / 2.0, 200, 3);
+  EXPECT_EQ(ui::drawTextWrapped(ink.cr.get(), 200, 50, "", style, 300), 0);
+}
+
+TEST_F(Text, OneLineTextAfterAParagraphIsNotWrapped) {
+  ui::TextStyle style;
+  style.size = 15;
+  double before = 0, lineH = 0;
+  ui::measureText(scratch.cr.get(), kParagraph, style, &before, &lineH);
+  ui::drawTextWrapped(scratch.cr.get(), 200, 150, kParagraph, style, 120);
+  double w = 0, h = 0;
+  ui::measureText(scratch.cr.get(), kParagraph, style, &w, &h);
+  EXPECT_DOUBLE_EQ(w, before);
+  EXPECT_DOUBLE_EQ(h, lineH);
+
+  Ink ink(600, 60);
+  ui::drawText(ink.cr.get(), 10, 10, "Level 3", style);
+  EXPECT_LE(ink.columns().first, 12) << "left-aligned again";
+}
+
 TEST(Fonts, AMissingFontFileIsReportedAndTheOthersStillRegister) {
   const std::string shipped = testsupport::shippedAssetRoot() + "/assets/fonts/";
   if (!platform::fs::isFile(shipped + "DejaVuSans.ttf") || !platform::fs::isFile(shipped + "QuillmossPuzzleCJK.ttf")) {

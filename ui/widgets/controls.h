@@ -7,7 +7,9 @@
 
 namespace ui {
 
-// The new value in [0, 1]; the value unchanged unless the slider is dragged.
+// While the button is held over it (or a little beside it), the value under
+// the pointer in [0, 1]; otherwise `value` exactly as given, even outside
+// [0, 1] (it is drawn clamped).
 double slider(Ctx& ctx, const Rect& r, double value);
 // The new state; a click anywhere in the row toggles it.
 bool toggleRow(Ctx& ctx, const Rect& r, const std::string& label, bool on);

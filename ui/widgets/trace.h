@@ -20,5 +20,7 @@ void setWidgetTracing(bool on);
 void traceWidget(const std::string& label, const Rect& r);
 // What was traced since the last clear; tests clear it before each frame.
 std::vector<TracedWidget>& widgetTrace();
+// The first traced widget with this label, or null.
+const TracedWidget* findTracedWidget(const std::string& label);
 
 }  // namespace ui
