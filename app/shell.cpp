@@ -109,6 +109,9 @@ bool createWindow(Shell& sh) {
 
 bool createRenderer(Shell& sh) {
   SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "linear");
+  // The game only draws through SDL, so SDL may always queue its draws and
+  // hand them over at present, also when a renderer is picked by name.
+  SDL_SetHint(SDL_HINT_RENDER_BATCHING, "1");
   constexpr Uint32 kTries[] = {SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC, SDL_RENDERER_ACCELERATED,
                                SDL_RENDERER_SOFTWARE};
   for (Uint32 flags : kTries) {
@@ -155,6 +158,9 @@ void gatherInput(Shell& sh) {
   const SDL_Keymod mods = SDL_GetModState();
   in.ctrl = (mods & KMOD_CTRL) != 0;
   in.shift = (mods & KMOD_SHIFT) != 0;
+  in.spaceDown = SDL_GetKeyboardState(nullptr)[SDL_SCANCODE_SPACE] != 0;
+  const Uint32 flags = SDL_GetWindowFlags(sh.window);
+  in.windowActive = (flags & SDL_WINDOW_INPUT_FOCUS) && !(flags & SDL_WINDOW_MINIMIZED);
 }
 
 void clearRenderer(const Shell& sh) {

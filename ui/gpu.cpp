@@ -158,6 +158,14 @@ size_t gpuCacheSize() { return state().cache.size(); }
 
 bool gpuCached(const std::string& key) { return state().cache.count(key) != 0; }
 
+SDL_Texture* gpuCachedTexture(const std::string& key, int w, int h) {
+  State& s = state();
+  const auto it = s.cache.find(key);
+  if (it == s.cache.end() || it->second.w != w || it->second.h != h) return nullptr;
+  it->second.lastUse = s.frame;
+  return it->second.texture;
+}
+
 uint8_t alphaByte(double alpha) {
   if (alpha < 0) return 0;
   if (alpha > 1) return 255;

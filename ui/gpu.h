@@ -51,6 +51,9 @@ SDL_Texture* gpuRenderTarget(const std::string& key, int w, int h, DrawFn draw, 
 SDL_BlendMode gpuBlendMode();
 bool gpuPremultiplied();
 size_t gpuCacheSize();
+// The cached texture of that key if it is cached at exactly that pixel size
+// (its last use refreshed), else null; never paints.
+SDL_Texture* gpuCachedTexture(const std::string& key, int w, int h);
 bool gpuCached(const std::string& key);
 
 // 0 below 0, 255 above 1, else the integer part of alpha * 255 + 0.5.

@@ -11,7 +11,8 @@ void Input::reset() {
   mouseDown = mousePressed = mouseReleased = doubleClick = rightPressed = middleDown = false;
   wheel = dx = dy = 0;
   keys.clear();
-  ctrl = shift = false;
+  ctrl = shift = spaceDown = false;
+  windowActive = true;
 }
 
 bool Ctx::takeClick(const Rect& r) {

@@ -36,6 +36,8 @@ struct Input {
   double dx = 0, dy = 0;
   std::vector<int32_t> keys;  // SDL key codes in arrival order, repeats included
   bool ctrl = false, shift = false;
+  bool spaceDown = false;    // held now (the pan key)
+  bool windowActive = true;  // the window has focus and is not minimised
 
   bool hasKey(int32_t key) const;
   // Clears everything for the next frame; the key list keeps its capacity.

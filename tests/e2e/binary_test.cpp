@@ -173,4 +173,32 @@ TEST_F(GameBinary, FullscreenOnceOnTheCommandLineIsStoredWhenSigtermEndsIt) {
   EXPECT_EQ(second->err().find("[storage]"), std::string::npos) << second->err();
 }
 
+// The saves file a game left, unsealed; null when there is none.
+js::Value storedSaves(const TempDir& data) {
+  std::string plain;
+  const std::string sealed = testsupport::readFile(data.file("tessellatrix/saves.dat"));
+  if (platform::saveDecrypt(sealed, &plain) != platform::SealResult::Ok) return js::Value();
+  return js::parse(plain);
+}
+
+TEST_F(GameBinary, ADemoOfAllPiecesIsSolvedOnTheFirstFrameAndRecorded) {
+  TempDir data;
+  auto game = startRunning({}, {{"XDG_DATA_HOME", data.path()},
+                                {"TESSELLATRIX_SCREEN", "playing"},
+                                {"TESSELLATRIX_DEMO", "100"},
+                                {"TESSELLATRIX_STATS", ""}});
+  ASSERT_TRUE(waitForStats(*game, "[stats] ")) << game->err();
+  game->signal(SIGTERM);
+  ASSERT_EQ(game->wait(15).code, 0);
+  const js::Value saves = storedSaves(data);
+  ASSERT_TRUE(saves.isObject()) << "no readable saves.dat";
+  ASSERT_EQ(saves["solves_list"].size(), 1u);
+  const js::Value& solve = saves["solves_list"][0];
+  EXPECT_EQ(solve["imageId"].string, "level1");
+  EXPECT_EQ(solve["rows"].asInt(0), 6) << "the default difficulty";
+  EXPECT_EQ(solve["cols"].asInt(0), 7);
+  EXPECT_LT(solve["elapsedMs"].asInt(-1), 1000);
+  EXPECT_FALSE(saves.has("current_puzzle")) << "a solved game is not kept";
+}
+
 }  // namespace

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int32_t kReturn = 13, kKeypadEnter = 0x4000009E, kEscape = 27;
+constexpr int32_t kReturn = 13, kReturn2 = 0x4000009E, kKeypadEnter = 0x40000058, kEscape = 27;
 
 // In an 800 x 600 window the box is (220, 190, 360, 220); cancel is
 // (240, 344, 150, 46), confirm (410, 344, 150, 46).
@@ -64,8 +64,9 @@ TEST_F(Dialog, AClickInTheBoxAwayFromTheButtonsDecidesNothing) {
   EXPECT_EQ(ask(hoverAt(480, 360)), 0) << "hovering is not clicking";
 }
 
-TEST_F(Dialog, ReturnAndTheKeypadEnterConfirm) {
+TEST_F(Dialog, EitherReturnKeyAndTheKeypadEnterConfirm) {
   EXPECT_EQ(ask(keys({kReturn})), 1);
+  EXPECT_EQ(ask(keys({kReturn2})), 1);
   EXPECT_EQ(ask(keys({kKeypadEnter})), 1);
   EXPECT_EQ(ask(keys({'a'})), 0);
 }

@@ -7,7 +7,7 @@
 //   click on cancel                   -1
 //   click elsewhere in the box         0
 //   click outside the box             -1
-//   Return / keypad Enter              1   unless a cancel comes in the same frame
+//   Return (either key) / keypad Enter 1   unless a cancel comes in the same frame
 //   Escape                            -1   always
 //
 // A cancel in the same frame as a confirm wins: the dialogs guard resets
@@ -26,7 +26,8 @@ namespace ui {
 namespace {
 
 constexpr int32_t kKeyReturn = 13;
-constexpr int32_t kKeyReturn2 = 0x4000009E;
+constexpr int32_t kKeyReturn2 = 0x4000009E;  // the second Return key some keyboards have
+constexpr int32_t kKeyKeypadEnter = 0x40000058;
 constexpr int32_t kKeyEscape = 27;
 
 constexpr double kBoxMaxW = 360, kBoxH = 220;
@@ -60,7 +61,10 @@ int decide(Ctx& ctx, const DialogRects& d, const std::string& confirmLabel, cons
   ctx.clickTaken = true;
 
   if (ctx.in.hasKey(kKeyEscape) || click < 0) return -1;
-  if (click > 0 || ctx.in.hasKey(kKeyReturn) || ctx.in.hasKey(kKeyReturn2)) return 1;
+  if (click > 0 || ctx.in.hasKey(kKeyReturn) || ctx.in.hasKey(kKeyReturn2) ||
+      ctx.in.hasKey(kKeyKeypadEnter)) {
+    return 1;
+  }
   return 0;
 }
 

@@ -1,0 +1,90 @@
+#!/bin/bash
+# Frame cost on the playing screen with a 10 x 11 puzzle, from the "[stats]"
+# line, under Xvfb with SDL's software renderer:
+#
+#   bench/playing_frames.sh [build-dir] [runs] [seconds-per-run]
+#
+# Three cases per window size, each run `runs` times: the bare frame (no
+# screen: the loop's own clear, cairo layer upload and composite, present),
+# the puzzle with all pieces on the table, and the same while a piece is
+# dragged around in circles (xdotool, from Debian's xdotool package). The
+# first two statistics lines of a run are warm-up and dropped; the table
+# gives the median of the runs' medians, and the CPU ratio to the bare frame.
+set -euo pipefail
+build=${1:-build}
+runs=${2:-5}
+seconds=${3:-6}
+game="$build/frame_bench"
+[ -x "$game" ] || { echo "no $game: build with -DTESSELLATRIX_BENCH=ON" >&2; exit 1; }
+command -v xdotool >/dev/null || { echo "xdotool is needed (apt-get install xdotool)" >&2; exit 1; }
+
+fd_file=$(mktemp)
+Xvfb -displayfd 3 -screen 0 2600x1500x24 -nolisten tcp 3>"$fd_file" >/dev/null 2>&1 &
+xvfb=$!
+trap 'kill $xvfb 2>/dev/null; rm -f "$fd_file"' EXIT
+for _ in $(seq 50); do [ -s "$fd_file" ] && break; sleep 0.1; done
+export DISPLAY=":$(head -n1 "$fd_file")"
+export SDL_AUDIODRIVER=dummy SDL_RENDER_DRIVER=software SDL_FRAMEBUFFER_ACCELERATION=0
+
+median() { sort -g | awk '{a[NR]=$1} END {if (NR==0) {print "nan"} else if (NR%2) {print a[(NR+1)/2]} else {print (a[NR/2]+a[NR/2+1])/2}}'; }
+
+# Drags with the left button held along a circle around (x, y) until killed.
+drag_circles() {
+  local x=$1 y=$2
+  sleep 1.5
+  xdotool mousemove "$x" "$y" mousedown 1
+  local i=0
+  while true; do
+    local a dx dy
+    a=$(( (i * 7) % 360 ))
+    dx=$(awk -v a="$a" 'BEGIN {printf "%d", 120 * cos(a * 3.14159 / 180)}')
+    dy=$(awk -v a="$a" 'BEGIN {printf "%d", 120 * sin(a * 3.14159 / 180)}')
+    xdotool mousemove "$((x + dx))" "$((y + dy))"
+    i=$((i + 1))
+  done
+}
+
+# Prints "cpu gpu fps" medians of one run of case $2 at size $1.
+one_run() {
+  local size=$1 mode=$2
+  local data log
+  data=$(mktemp -d)
+  log="$data/err"
+  local w=${size%x*} h=${size#*x}
+  if [ "$mode" = bare ]; then
+    XDG_DATA_HOME="$data" XDG_RUNTIME_DIR="$data" BENCH_BARE=1 TESSELLATRIX_STATS=1 \
+      "$game" --size "$size" >/dev/null 2>"$log" &
+  else
+    XDG_DATA_HOME="$data" XDG_RUNTIME_DIR="$data" TESSELLATRIX_STATS=1 \
+      "$game" --size "$size" >/dev/null 2>"$log" &
+  fi
+  local pid=$! dragger=""
+  if [ "$mode" = drag ]; then
+    # The left table zone holds a crowd of dealt pieces at every size here.
+    drag_circles "$((w / 9))" "$((h / 2))" &
+    dragger=$!
+  fi
+  sleep "$seconds"
+  [ -n "$dragger" ] && { kill "$dragger"; wait "$dragger" 2>/dev/null || true; xdotool mouseup 1; }
+  kill -TERM $pid; wait $pid || true
+  local stats
+  stats=$(grep '^\[stats\]' "$log" | tail -n +3)
+  echo "$(echo "$stats" | awk '{print $5}' | median) $(echo "$stats" | awk '{print $8}' | median) $(echo "$stats" | awk '{print $2}' | median)"
+  rm -rf "$data"
+}
+
+echo "| window | case | CPU ms | GPU ms | fps | CPU / bare |"
+echo "|---|---|---|---|---|---|"
+for size in 1920x1080 2560x1440; do
+  bare_cpu=""
+  for mode in bare table drag; do
+    results=()
+    for _ in $(seq "$runs"); do results+=("$(one_run "$size" "$mode")"); done
+    cpu=$(printf '%s\n' "${results[@]}" | awk '{print $1}' | median)
+    gpu=$(printf '%s\n' "${results[@]}" | awk '{print $2}' | median)
+    fps=$(printf '%s\n' "${results[@]}" | awk '{print $3}' | median)
+    [ "$mode" = bare ] && bare_cpu=$cpu
+    ratio=$(awk -v c="$cpu" -v b="$bare_cpu" 'BEGIN {printf "%.2f", c / b}')
+    echo "| ${size/x/ × } | $mode | $cpu | $gpu | $fps | $ratio |"
+  done
+done

@@ -1,0 +1,100 @@
+#include "tests/support/frame_driver.h"
+
+#include "ui/gpu.h"
+#include "ui/text.h"
+
+namespace testsupport {
+
+FrameDriver::FrameDriver(int w, int h)
+    : target_(w, h), surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h)) {
+  ui::gpuInit(target_.renderer());
+  ui::registerBundledFonts();
+  ctx_.width = w;
+  ctx_.height = h;
+  ctx_.time = 1.0;
+}
+
+FrameDriver::~FrameDriver() {
+  ui::gpuShutdown();
+  cairo_surface_destroy(surface_);
+}
+
+void FrameDriver::frame(const ui::Input& in) {
+  ctx_.in = in;
+  ctx_.in.dx = in.mouseX - mouseX_;
+  ctx_.in.dy = in.mouseY - mouseY_;
+  mouseX_ = in.mouseX;
+  mouseY_ = in.mouseY;
+  down_ = in.mouseDown;
+  ctx_.clickTaken = false;
+  ctx_.time += kStep;
+  ctx_.dt = kStep;
+  cairo_t* cr = cairo_create(surface_);
+  cairo_save(cr);
+  cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
+  cairo_paint(cr);
+  cairo_restore(cr);
+  ctx_.cr = cr;
+  ui::gpuSetScale(1.0);
+  ui::gpuBeginFrame();
+  SDL_SetRenderDrawColor(target_.renderer(), 0x0e, 0x13, 0x20, 255);
+  SDL_RenderClear(target_.renderer());
+  game().update(ctx_);
+  ctx_.cr = nullptr;
+  cairo_destroy(cr);
+  cairo_surface_flush(surface_);
+}
+
+ui::Input FrameDriver::at(double x, double y, bool down) const {
+  ui::Input in;
+  in.mouseX = x;
+  in.mouseY = y;
+  in.mouseDown = down;
+  return in;
+}
+
+void FrameDriver::idle(double seconds) {
+  for (double t = 0; t < seconds; t += kStep) frame(at(mouseX_, mouseY_, down_));
+}
+
+void FrameDriver::key(int32_t key, bool ctrl) {
+  ui::Input in = at(mouseX_, mouseY_, down_);
+  in.keys.push_back(key);
+  in.ctrl = ctrl;
+  frame(in);
+}
+
+void FrameDriver::wheel(double x, double y, double amount) {
+  ui::Input in = at(x, y, false);
+  in.wheel = amount;
+  frame(in);
+}
+
+void FrameDriver::rightClick(double x, double y) {
+  ui::Input in = at(x, y, false);
+  in.rightPressed = true;
+  frame(in);
+}
+
+void FrameDriver::click(double x, double y) {
+  ui::Input press = at(x, y, true);
+  press.mousePressed = true;
+  frame(press);
+  ui::Input release = at(x, y, false);
+  release.mouseReleased = true;
+  frame(release);
+}
+
+void FrameDriver::drag(double x0, double y0, double x1, double y1, int steps) {
+  ui::Input press = at(x0, y0, true);
+  press.mousePressed = true;
+  frame(press);
+  for (int i = 1; i <= steps; ++i) {
+    frame(at(x0 + (x1 - x0) * i / steps, y0 + (y1 - y0) * i / steps, true));
+  }
+  ui::Input release = at(x1, y1, false);
+  release.mouseReleased = true;
+  frame(release);
+}
+
+}  // namespace testsupport

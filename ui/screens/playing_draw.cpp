@@ -1,0 +1,190 @@
+// The playing screen's GPU layer: the board texture, the tray strips and the
+// pieces, placed ones under loose ones and the piece in hand on top.
+#include <algorithm>
+#include <cmath>
+
+#include "ui/draw.h"
+#include "ui/gpu.h"
+#include "ui/screens/playing_screen.h"
+#include "ui/textures/board_image.h"
+#include "ui/textures/piece_textures.h"
+#include "ui/widgets/theme.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double kLift = 1.04;         // the piece in hand is drawn a little larger
+constexpr double kEaseRate = 18;       // how fast a displayed piece catches up, per second
+constexpr double kPictureStep = 64;    // picture bounds are rounded up to this many pixels
+constexpr double kThumbSize = TrayStrips::kThumb;
+constexpr int kThumbPx = static_cast<int>(kThumbSize);
+
+struct BoardPaint {
+  double w, h;
+  int rows, cols;
+  double cellW, cellH;
+  uint32_t color;
+  bool grid;
+  uint32_t gridColor;
+  double gridAlpha;
+};
+
+void paintBoard(cairo_t* cr, void* user) {
+  const auto& b = *static_cast<const BoardPaint*>(user);
+  const Rect r{2, 2, b.w - 4, b.h - 4};
+  fillRoundedRect(cr, r, 6, b.color, 0.04);
+  strokeRoundedRect(cr, r, 6, 1, b.color, 0.35);
+  if (b.grid) {
+    setColor(cr, b.gridColor, b.gridAlpha);
+    cairo_set_line_width(cr, 1);
+    for (int i = 1; i < b.cols; ++i) {
+      cairo_move_to(cr, 2 + i * b.cellW, r.y);
+      cairo_line_to(cr, 2 + i * b.cellW, r.y + r.h);
+    }
+    for (int i = 1; i < b.rows; ++i) {
+      cairo_move_to(cr, r.x, 2 + i * b.cellH);
+      cairo_line_to(cr, r.x + r.w, 2 + i * b.cellH);
+    }
+    cairo_stroke(cr);
+  }
+  // An L of two 22-unit arms at each corner, all stroked at once.
+  setColor(cr, b.color, 1.0);
+  cairo_set_line_width(cr, 3);
+  const double x0 = r.x, y0 = r.y, x1 = r.x + r.w, y1 = r.y + r.h, arm = 22;
+  const double corners[4][4] = {{x0, y0, 1, 1}, {x1, y0, -1, 1}, {x0, y1, 1, -1}, {x1, y1, -1, -1}};
+  for (const auto& c : corners) {
+    cairo_move_to(cr, c[0] + c[2] * arm, c[1]);
+    cairo_line_to(cr, c[0], c[1]);
+    cairo_line_to(cr, c[0], c[1] + c[3] * arm);
+  }
+  cairo_stroke(cr);
+}
+
+int luminance(uint32_t rgb) {
+  return (((rgb >> 16) & 255) * 299 + ((rgb >> 8) & 255) * 587 + (rgb & 255) * 114) / 1000;
+}
+
+struct PictureRequest {
+  const core::Puzzle* puzzle;
+  int tier;
+};
+
+// The board picture at the resolution the textures are painted at. Bounds
+// are rounded up to whole steps, so resizing the window does not decode the
+// photograph again on every frame of the drag; painting scales it to fit.
+cairo_surface_t* boardPicture(void* user) {
+  const auto& req = *static_cast<const PictureRequest*>(user);
+  const double scale = gpuScale() * req.tier;
+  const auto bound = [](double v) { return static_cast<int>(std::ceil(v / kPictureStep) * kPictureStep); };
+  return boardImage(req.puzzle->levelId, bound(req.puzzle->boardW * scale), bound(req.puzzle->boardH * scale));
+}
+
+void blitPiece(SDL_Texture* tex, const core::Piece& piece, double x, double y, double boxW, double boxH,
+               const BoardView& view, double grow) {
+  const double w = boxW * view.zoom * grow, h = boxH * view.zoom * grow;
+  const double cx = (x + boxW * 0.5) * view.zoom + view.offsetX;
+  const double cy = (y + boxH * 0.5) * view.zoom + view.offsetY;
+  if (piece.rotation == 0) {
+    gpuBlit(tex, cx - w * 0.5, cy - h * 0.5, w, h, 1.0);
+  } else {
+    gpuBlitRotated(tex, cx, cy, w, h, piece.rotation, 1.0);
+  }
+}
+
+}  // namespace
+
+void PlayingScreen::drawBoard(const store::Settings& settings) {
+  BoardPaint b;
+  b.w = puzzle_.boardW + 4;
+  b.h = puzzle_.boardH + 4;
+  b.rows = puzzle_.rows;
+  b.cols = puzzle_.cols;
+  b.cellW = puzzle_.cellW;
+  b.cellH = puzzle_.cellH;
+  b.color = settings.boardColor.set ? settings.boardColor.rgb : kColorAccent;
+  b.grid = !(settings.bgColor.set && luminance(settings.bgColor.rgb) > 220);
+  b.gridColor = settings.gridColor.set ? settings.gridColor.rgb : b.color;
+  b.gridAlpha = settings.gridColor.set ? 0.38 : 0.09;
+  // A grid colour left to the board colour is drawn fainter than the same
+  // colour chosen outright; bit 24 keeps the two apart in the texture key.
+  const unsigned gridKey = settings.gridColor.set ? b.gridColor : (b.color | 0x1000000u);
+  const int pw = static_cast<int>(std::lround(b.w * gpuScale()));
+  const int ph = static_cast<int>(std::lround(b.h * gpuScale()));
+  SDL_Texture* tex = gpuTexture(boardTextureKey(puzzle_, b.color, gridKey, b.grid, pw, ph), pw, ph, paintBoard, &b);
+  const double z = view_.zoom;
+  gpuBlit(tex, puzzle_.boardX * z + view_.offsetX - 2 * z, puzzle_.boardY * z + view_.offsetY - 2 * z, b.w * z,
+          b.h * z, 1.0);
+}
+
+// Displayed positions (restX, restY) catch up with the real ones, so a
+// snapped piece slides home instead of jumping.
+void PlayingScreen::easePieces(double dt) {
+  const double k = 1.0 - std::exp(-kEaseRate * std::max(dt, 0.0));
+  for (size_t i = 0; i < puzzle_.pieces.size(); ++i) {
+    core::Piece& p = puzzle_.pieces[i];
+    if (static_cast<int>(i) == held_) continue;
+    p.restX += (p.x - p.restX) * k;
+    p.restY += (p.y - p.restY) * k;
+    if (std::abs(p.x - p.restX) < 0.25 && std::abs(p.y - p.restY) < 0.25) {
+      p.restX = p.x;
+      p.restY = p.y;
+    }
+  }
+}
+
+void PlayingScreen::drawPieces(const store::Settings& settings) {
+  drawOrder_.clear();
+  for (const core::Piece& p : puzzle_.pieces) {
+    if (!p.inTray) drawOrder_.push_back(&p);
+  }
+  std::stable_sort(drawOrder_.begin(), drawOrder_.end(), [](const core::Piece* a, const core::Piece* b) {
+    if (a->placed != b->placed) return a->placed;
+    return a->z < b->z;
+  });
+  const int tier = view_.zoom >= 1.5 ? 2 : 1;
+  sprites_.beginFrame(puzzle_, tier);
+  PictureRequest picture{&puzzle_, tier};
+  const double boxW = puzzle_.cellW + 2 * puzzle_.pad, boxH = puzzle_.cellH + 2 * puzzle_.pad;
+  const core::Piece* heldPiece = held_ >= 0 ? &puzzle_.pieces[held_] : nullptr;
+  for (const core::Piece* p : drawOrder_) {
+    if (p == heldPiece) continue;
+    SDL_Texture* tex =
+        sprites_.texture(puzzle_, *p, p->placed && settings.hideConnectedBorder, boardPicture, &picture);
+    blitPiece(tex, *p, p->restX, p->restY, boxW, boxH, view_, 1.0);
+  }
+  if (heldPiece) {
+    SDL_Texture* tex = sprites_.texture(puzzle_, *heldPiece, false, boardPicture, &picture);
+    blitPiece(tex, *heldPiece, heldPiece->x, heldPiece->y, boxW, boxH, view_, kLift);
+  }
+}
+
+void PlayingScreen::drawTray(const store::Settings& settings) {
+  const uint32_t fill = settings.trayBgColor.set ? settings.trayBgColor.rgb : kColorPanel;
+  const uint32_t border = settings.trayBorderColor.set ? settings.trayBorderColor.rgb : kColorBorder;
+  // Any resolution of the picture paints a thumbnail well; asking for the
+  // pieces' own keeps the one cached picture from switching back and forth.
+  PictureRequest picture{&puzzle_, sprites_.tier()};
+  const int px = static_cast<int>(std::lround(kThumbSize * gpuScale()));
+  for (int i = 0; i < 2; ++i) {
+    const Rect& s = tray_.strip(i);
+    gpuFillRect(s.x, s.y, s.w, s.h, fill, 0.92);
+    gpuStrokeRect(s.x, s.y, s.w, s.h, border, 1.0);
+    gpuSetClip(s.x + 1, s.y + 1, s.w - 2, s.h - 2);
+    const auto& items = tray_.items(i);
+    for (size_t k = 0; k < items.size(); ++k) {
+      const Rect slot = tray_.slot(i, k);
+      if (slot.x + slot.w < s.x || slot.x > s.x + s.w || slot.y + slot.h < s.y || slot.y > s.y + s.h) continue;
+      const core::Piece& piece = *items[k];
+      SDL_Texture* tex = gpuCachedTexture(pieceThumbKey(puzzle_.levelId, puzzle_, piece, kThumbPx, true), px, px);
+      if (!tex) {
+        tex = pieceThumbTexture(puzzle_.levelId, puzzle_, piece, boardPicture(&picture), kThumbPx, true, nullptr,
+                                nullptr);
+      }
+      gpuBlitRotated(tex, slot.x + slot.w * 0.5, slot.y + slot.h * 0.5, slot.w, slot.h, piece.rotation, 1.0);
+    }
+    gpuClearClip();
+  }
+}
+
+}  // namespace ui

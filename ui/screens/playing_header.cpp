@@ -1,0 +1,161 @@
+// The playing screen's cairo layer: the header with its two rows, the hints,
+// the solved banner and the pause cover.
+//
+// Row 1: back, "Level N · rows×cols · placed/total · time", pause.
+// Row 2 (the second control row setting): zoom out, zoom readout, zoom in,
+// zoom reset (when zoom is on), then undo, restart and shuffle. In the large
+// layout these three show their glyphs, in the compact one their letters.
+#include <cmath>
+#include <cstdio>
+
+#include "core/catalog.h"
+#include "i18n/i18n.h"
+#include "ui/draw.h"
+#include "ui/screens/playing_screen.h"
+#include "ui/text.h"
+#include "ui/widgets/buttons.h"
+#include "ui/widgets/chrome.h"
+#include "ui/widgets/format.h"
+#include "ui/widgets/icons.h"
+#include "ui/widgets/theme.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double kButtonW = 40, kButtonH = 34, kGap = 6;
+constexpr double kReadoutW = 64;
+constexpr double kHintSeconds = 8;
+
+double rowOneHeight(bool large) { return large ? 56 : 48; }
+double rowTwoHeight(bool large) { return large ? 44 : 40; }
+
+// Clicks are kept from the widgets beneath while `on`, and given back after.
+class ModalGuard {
+ public:
+  ModalGuard(Ctx& ctx, bool on) : ctx_(ctx), on_(on), taken_(ctx.clickTaken) {
+    if (on_) ctx_.clickTaken = true;
+  }
+  ~ModalGuard() {
+    if (on_) ctx_.clickTaken = taken_;
+  }
+
+ private:
+  Ctx& ctx_;
+  bool on_, taken_;
+};
+
+// A pill of text centred at (cx, cy), fading with `alpha`.
+void pill(Ctx& ctx, double cx, double cy, const std::string& text, double size, double alpha) {
+  TextStyle style;
+  style.size = size;
+  style.bold = true;
+  style.alpha = alpha;
+  style.maxWidth = ctx.width - 64;
+  double w = 0, h = 0;
+  measureText(ctx.cr, text, style, &w, &h);
+  fillRoundedRect(ctx.cr, Rect{cx - w * 0.5 - 18, cy - h * 0.5 - 10, w + 36, h + 20}, 1000, kColorPanel, 0.92 * alpha);
+  drawTextCentered(ctx.cr, cx, cy, text, style);
+}
+
+}  // namespace
+
+double PlayingScreen::headerHeightFor(const Ctx& ctx, const store::Settings& settings) const {
+  const bool large = largeLayout(ctx);
+  return rowOneHeight(large) + (settings.showSecondRow ? rowTwoHeight(large) : 0);
+}
+
+void PlayingScreen::drawHeader(Ctx& ctx, const store::Settings& settings) {
+  const bool large = largeLayout(ctx);
+  ModalGuard guard(ctx, dialog_ != Dialog::None || paused_ || solved());
+  fillRect(ctx.cr, Rect{0, 0, ctx.width, headerH_}, kColorBackground, 0.96);
+  drawLine(ctx.cr, 0, headerH_ - 0.5, ctx.width, headerH_ - 0.5, 1, kColorBorder, 1.0);
+  if (backButton(ctx)) leave(ctx);
+
+  const double rowH = rowOneHeight(large);
+  const double pauseW = large ? 110 : 96;
+  const Rect pause{ctx.width - pauseW - (large ? 16 : 12), (rowH - kButtonH) * 0.5, pauseW, kButtonH};
+  if (plainButton(ctx, pause, i18n::tr("playing.pause"), false)) paused_ = true;
+
+  const core::Level* level = core::levelById(puzzle_.levelId);
+  char info[160];
+  std::snprintf(info, sizeof info, "Level %d  \xC2\xB7  %d\xC3\x97%d  \xC2\xB7  %d/%d  \xC2\xB7  %s",
+                level ? level->number : 0, puzzle_.rows, puzzle_.cols, puzzle_.placedCount(),
+                puzzle_.rows * puzzle_.cols, formatTime(puzzle_.elapsedMs).c_str());
+  TextStyle style;
+  style.size = large ? 18 : 15;
+  style.bold = true;
+  style.color = kColorText;
+  style.maxWidth = ctx.width - 2 * (pause.w + 40);
+  drawTextCentered(ctx.cr, ctx.width * 0.5, rowH * 0.5, info, style);
+
+  if (settings.showSecondRow) drawControls(ctx, settings, rowH, rowTwoHeight(large));
+}
+
+void PlayingScreen::drawControls(Ctx& ctx, const store::Settings& settings, double y, double h) {
+  const bool large = largeLayout(ctx);
+  const bool zoom = zoomEnabled(settings);
+  const double zoomW = zoom ? 3 * kButtonW + kReadoutW + 3 * kGap + 24 : 0;
+  const double actionsW = 3 * kButtonW + 2 * kGap;
+  double x = (ctx.width - zoomW - actionsW) * 0.5;
+  const double top = y + (h - kButtonH) * 0.5;
+  const auto next = [&](double w) {
+    const Rect r{x, top, w, kButtonH};
+    x += w + kGap;
+    return r;
+  };
+  if (zoom) {
+    if (letterButton(ctx, next(kButtonW), "\xE2\x88\x92", view_.zoom <= kMinZoom)) stepZoom(-kZoomStep, ctx);
+    const Rect readout = next(kReadoutW);
+    char percent[16];
+    std::snprintf(percent, sizeof percent, "%d%%", static_cast<int>(std::lround(view_.zoom * 100)));
+    TextStyle style;
+    style.size = 15;
+    style.bold = true;
+    style.color = kColorText;
+    drawTextCentered(ctx.cr, readout.x + readout.w * 0.5, readout.y + readout.h * 0.5, percent, style);
+    if (letterButton(ctx, next(kButtonW), "+", view_.zoom >= kMaxZoom)) stepZoom(kZoomStep, ctx);
+    if (letterButton(ctx, next(kButtonW), "1:1", !view_.zoomed())) view_.reset();
+    x += 24;
+  }
+  const bool canUndo = !puzzle_.undoStack.empty();
+  if (letterButton(ctx, next(kButtonW), large ? "\xE2\x86\xB6" : i18n::tr("playing.letterUndo"), !canUndo) &&
+      puzzle_.undo()) {
+    dirty_ = true;
+  }
+  if (letterButton(ctx, next(kButtonW), large ? "\xE2\x86\xBB" : i18n::tr("playing.letterRestart"), false)) {
+    dialog_ = Dialog::Restart;
+  }
+  const Rect shuffle = next(kButtonW);
+  if (letterButton(ctx, shuffle, large ? "" : i18n::tr("playing.letterShuffle"), false)) dialog_ = Dialog::Shuffle;
+  if (large) drawShuffleIcon(ctx.cr, shuffle.x + shuffle.w * 0.5, shuffle.y + shuffle.h * 0.5, 22, kColorAccent, 1.0);
+}
+
+void PlayingScreen::drawHints(Ctx& ctx, const store::Settings& settings) {
+  if (settings.rotationMode == store::RotationMode::Off || solved()) return;
+  const double age = ctx.time - startedAt_;
+  if (age > kHintSeconds) return;
+  const double alpha = std::min(1.0, kHintSeconds - age);
+  pill(ctx, ctx.width * 0.5, ctx.height - 40, i18n::tr("playing.rotateHintMouse"), 14, alpha);
+}
+
+void PlayingScreen::drawSolvedBanner(Ctx& ctx) {
+  const double alpha = std::min(1.0, (ctx.time - solvedAt_) * 3);
+  const std::string text = i18n::tr("solved.title") + "  " + formatTime(puzzle_.elapsedMs);
+  pill(ctx, ctx.width * 0.5, headerH_ + (ctx.height - headerH_) * 0.5, text, 26, alpha);
+}
+
+// Paused, the picture is hidden until the player comes back.
+void PlayingScreen::drawPause(Ctx& ctx) {
+  fillRect(ctx.cr, Rect{0, headerH_, ctx.width, ctx.height - headerH_}, kColorBackground, 1.0);
+  TextStyle title;
+  title.size = 28;
+  title.bold = true;
+  title.color = kColorAccent;
+  const double cy = headerH_ + (ctx.height - headerH_) * 0.5;
+  drawTextCentered(ctx.cr, ctx.width * 0.5, cy - 50, i18n::tr("playing.pause"), title);
+  const double w = std::min(ctx.width - 64, 240.0);
+  if (menuButton(ctx, Rect{(ctx.width - w) * 0.5, cy, w, 52}, i18n::tr("common.continue"), true)) paused_ = false;
+}
+
+}  // namespace ui

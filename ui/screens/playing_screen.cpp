@@ -1,0 +1,189 @@
+#include "ui/screens/playing_screen.h"
+
+#include <cstdlib>
+
+#include "audio/audio.h"
+#include "i18n/i18n.h"
+#include "store/store.h"
+#include "ui/screens/screens.h"
+#include "ui/widgets/dialog.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double kAutosaveInterval = 0.4;  // seconds between saves of a burst of moves
+constexpr double kSolvedPause = 2.5;       // seconds the finished picture shows
+constexpr int64_t kClockSaveMs = 5000;     // play time saved at least this often
+
+// TESSELLATRIX_DEMO: the percentage of pieces put home on the first frame.
+int demoPercent() {
+  const char* value = std::getenv("TESSELLATRIX_DEMO");
+  if (!value) return 0;
+  const long p = std::strtol(value, nullptr, 10);
+  return p > 99 ? 100 : (p < 1 ? 0 : static_cast<int>(p));
+}
+
+}  // namespace
+
+PlayingScreen::PlayingScreen(std::string levelId, int rows, int cols) : puzzle_(std::move(levelId), rows, cols) {}
+
+std::unique_ptr<Screen> makePlayingScreen(std::string levelId, int rows, int cols) {
+  return std::make_unique<PlayingScreen>(std::move(levelId), rows, cols);
+}
+
+void PlayingScreen::update(Ctx& ctx) {
+  store::Settings& settings = store::settings();
+  headerH_ = headerHeightFor(ctx, settings);
+  puzzle_.layout(ctx.width, ctx.height, headerH_, settings.boardLayout, TrayStrips::kExtent);
+  tray_.layout(ctx.width, ctx.height, headerH_);
+  if (first_) firstFrame(ctx, settings);
+  // Away from the game (focus lost, minimised) the clock must not run on.
+  if (wasActive_ && !ctx.in.windowActive && !solved()) paused_ = true;
+  wasActive_ = ctx.in.windowActive;
+  advanceClock(ctx);
+
+  if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) tray_.setPieces(puzzle_.trayPieces());
+  if (paused_) {
+    handlePausedKeys(ctx);
+  } else if (!solved() && dialog_ == Dialog::None) {
+    handleInput(ctx, settings);
+  }
+  view_.clampPan(puzzle_, ctx.width, ctx.height);
+  checkSolved(ctx);
+  autosave(ctx, false);
+
+  easePieces(ctx.dt);
+  if (!paused_) {
+    drawBoard(settings);
+    if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) drawTray(settings);
+    drawPieces(settings);
+  }
+  drawHeader(ctx, settings);
+  drawHints(ctx, settings);
+  if (solved()) drawSolvedBanner(ctx);
+  if (paused_) drawPause(ctx);
+  if (dialog_ != Dialog::None) handleDialog(ctx, settings);
+
+  if (solved() && ctx.time - solvedAt_ >= kSolvedPause) {
+    GameState next;
+    next.screen = ScreenKind::Solved;
+    next.levelId = puzzle_.levelId;
+    next.rows = puzzle_.rows;
+    next.cols = puzzle_.cols;
+    next.elapsedMs = puzzle_.elapsedMs;
+    Game::instance().replace(next);
+  }
+}
+
+void PlayingScreen::firstFrame(const Ctx& ctx, const store::Settings& settings) {
+  first_ = false;
+  startedAt_ = prevTime_ = ctx.time;
+  const int percent = demoPercent();
+  const int demo = puzzle_.rows * puzzle_.cols * percent / 100;
+  for (int i = 0; i < demo; ++i) {
+    core::Piece& piece = puzzle_.pieces[i];
+    puzzle_.targetOf(piece, &piece.x, &piece.y);
+    piece.rotation = 0;
+    piece.inTray = false;
+    puzzle_.drop(piece, settings.boardLayout);
+  }
+  const store::SavedPuzzle& saved = store::currentPuzzle();
+  const bool restored = puzzle_.restore(saved, ctx.width > ctx.height);
+  savedClockMs_ = puzzle_.elapsedMs;
+  if (!restored || saved.rotationMode != settings.rotationMode) puzzle_.applyRotationMode(settings.rotationMode);
+  // A resumed game keeps the pieces the player left on the table; only a
+  // fresh deal starts with every piece in the tray. A fresh deal is saved
+  // at once, so the menu can offer to continue it.
+  if (!restored) {
+    if (settings.boardLayout == store::BoardLayout::ScrollTray) puzzle_.fillTray();
+    dirty_ = true;
+  }
+}
+
+// Whole milliseconds are counted and the fraction carried, so the clock
+// does not fall behind by a millisecond's fraction every frame.
+void PlayingScreen::advanceClock(const Ctx& ctx) {
+  const double passed = ctx.time - prevTime_;
+  prevTime_ = ctx.time;
+  if (solved() || dialog_ != Dialog::None || paused_ || passed <= 0) return;
+  clockCarryMs_ += passed * 1000.0;
+  const long long whole = static_cast<long long>(clockCarryMs_);
+  puzzle_.elapsedMs += whole;
+  clockCarryMs_ -= static_cast<double>(whole);
+  // A game closed without leaving the screen loses at most this much time.
+  if (puzzle_.elapsedMs - savedClockMs_ >= kClockSaveMs) dirty_ = true;
+}
+
+void PlayingScreen::checkSolved(const Ctx& ctx) {
+  const int total = puzzle_.rows * puzzle_.cols;
+  if (solved() || total <= 0 || puzzle_.placedCount() != total) return;
+  solvedAt_ = ctx.time;
+  held_ = -1;
+  audio::play(audio::Sfx::Success);
+  store::recordSolve(puzzle_.levelId, puzzle_.rows, puzzle_.cols, puzzle_.elapsedMs);
+  store::clearPuzzle();
+  dirty_ = false;
+}
+
+void PlayingScreen::autosave(const Ctx& ctx, bool force) {
+  if (!dirty_ || solved()) return;
+  if (!force && ctx.time - lastSave_ <= kAutosaveInterval) return;
+  store::SavedPuzzle record = puzzle_.snapshot(ctx.width > ctx.height);
+  record.rotationMode = store::settings().rotationMode;
+  store::savePuzzle(record);
+  savedClockMs_ = puzzle_.elapsedMs;
+  dirty_ = false;
+  lastSave_ = ctx.time;
+}
+
+// The clock is part of the game: leaving saves it even without a move.
+// Started straight into play (from the command line) there is nothing to go
+// back to: the menu takes its place.
+void PlayingScreen::leave(const Ctx& ctx) {
+  dirty_ = true;
+  autosave(ctx, true);
+  Game& game = Game::instance();
+  if (game.stack().size() > 1) {
+    game.pop();
+  } else {
+    GameState menu;
+    menu.screen = ScreenKind::Menu;
+    game.resetTo(menu);
+  }
+}
+
+void PlayingScreen::handleDialog(Ctx& ctx, const store::Settings& settings) {
+  const bool restart = dialog_ == Dialog::Restart;
+  const int decision =
+      confirmDialog(ctx, i18n::tr(restart ? "playing.confirmRestartTitle" : "playing.confirmShuffleTitle"),
+                    i18n::tr(restart ? "playing.confirmRestartMessage" : "playing.confirmShuffleMessage"),
+                    i18n::tr("common.ok"), i18n::tr("common.cancel"));
+  if (decision == 0) return;
+  dialog_ = Dialog::None;
+  if (decision < 0) return;
+  if (restart) {
+    restartGame(settings);
+  } else {
+    shuffleGame(settings);
+  }
+  dirty_ = true;
+}
+
+void PlayingScreen::restartGame(const store::Settings& settings) {
+  held_ = -1;
+  puzzle_.restart();
+  puzzle_.applyRotationMode(settings.rotationMode);
+  clockCarryMs_ = 0;
+  store::clearPuzzle();
+}
+
+// Placed pieces stay; everything else is dealt and turned anew.
+void PlayingScreen::shuffleGame(const store::Settings& settings) {
+  held_ = -1;
+  puzzle_.scatter(7);
+  puzzle_.applyRotationMode(settings.rotationMode);
+  if (settings.boardLayout == store::BoardLayout::ScrollTray) puzzle_.fillTray();
+}
+
+}  // namespace ui

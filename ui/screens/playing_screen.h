@@ -1,0 +1,109 @@
+// The screen a puzzle is played on. It owns the puzzle, lays it out for the
+// window every frame, turns pointer and keys into picks, drags, drops, turns,
+// zoom, pan and undo, keeps the play clock, saves shortly after every change
+// and, once the last piece is home, records the solve and moves on.
+//
+// Pointer, per frame (board area; the tray strips and header come first):
+//   left press on a loose piece   -> picked up, raised, held by the grab point
+//   left press on empty table     -> pans while held, when zoomed in
+//   left release while holding    -> dropped: snaps home or stays put
+//   right press on a loose piece  -> turned one step (by the rotation setting)
+//   middle drag, or space + drag  -> pans, when zoomed in
+//   wheel                         -> zooms about the pointer (unless zoom is off)
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/puzzle.h"
+#include "store/settings.h"
+#include "ui/game.h"
+#include "ui/screens/board_view.h"
+#include "ui/screens/piece_sprites.h"
+#include "ui/screens/tray_strips.h"
+
+namespace ui {
+
+class PlayingScreen : public Screen {
+ public:
+  PlayingScreen(std::string levelId, int rows, int cols);
+  void update(Ctx& ctx) override;
+
+  // For tests and tools: the state the screen plays on.
+  const core::Puzzle& puzzle() const { return puzzle_; }
+  core::Puzzle& puzzle() { return puzzle_; }
+  const BoardView& view() const { return view_; }
+  const TrayStrips& tray() const { return tray_; }
+  double headerHeight() const { return headerH_; }
+  bool paused() const { return paused_; }
+  bool dialogOpen() const { return dialog_ != Dialog::None; }
+  bool solved() const { return solvedAt_ >= 0; }
+
+ private:
+  enum class Dialog { None, Restart, Shuffle };
+
+  // Flow (playing_screen.cpp).
+  void firstFrame(const Ctx& ctx, const store::Settings& settings);
+  void advanceClock(const Ctx& ctx);
+  void checkSolved(const Ctx& ctx);
+  void autosave(const Ctx& ctx, bool force);
+  void leave(const Ctx& ctx);
+  void handleDialog(Ctx& ctx, const store::Settings& settings);
+  void restartGame(const store::Settings& settings);
+  void shuffleGame(const store::Settings& settings);
+
+  // Input (playing_input.cpp).
+  void handleInput(Ctx& ctx, store::Settings& settings);
+  void handleKeys(Ctx& ctx, const store::Settings& settings);
+  void handlePausedKeys(Ctx& ctx);
+  void handlePointer(Ctx& ctx, const store::Settings& settings);
+  void pickUp(core::Piece& piece, double bx, double by, const store::Settings& settings);
+  void dropHeld(const Ctx& ctx, const store::Settings& settings);
+  void turn(core::Piece& piece, const store::Settings& settings);
+  bool handleTray(Ctx& ctx, const store::Settings& settings);
+  void stepZoom(double delta, const Ctx& ctx);
+  bool zoomEnabled(const store::Settings& settings) const;
+
+  // Drawing (playing_draw.cpp).
+  void drawBoard(const store::Settings& settings);
+  void drawPieces(const store::Settings& settings);
+  void drawTray(const store::Settings& settings);
+  void easePieces(double dt);
+
+  // Header and overlays (playing_header.cpp).
+  double headerHeightFor(const Ctx& ctx, const store::Settings& settings) const;
+  void drawHeader(Ctx& ctx, const store::Settings& settings);
+  void drawControls(Ctx& ctx, const store::Settings& settings, double y, double h);
+  void drawPause(Ctx& ctx);
+  void drawHints(Ctx& ctx, const store::Settings& settings);
+  void drawSolvedBanner(Ctx& ctx);
+
+  core::Puzzle puzzle_;
+  BoardView view_;
+  TrayStrips tray_;
+  PieceSprites sprites_;
+  std::vector<const core::Piece*> drawOrder_;  // kept across frames
+
+  double headerH_ = 0;
+  bool first_ = true;
+  double prevTime_ = -1;
+  double clockCarryMs_ = 0;  // the fraction of a millisecond the clock owes
+  int64_t savedClockMs_ = 0;  // the play time in the last save
+  double startedAt_ = 0;
+  bool dirty_ = false;
+  double lastSave_ = -1e9;
+  bool landscape_ = true;
+  double solvedAt_ = -1;
+  Dialog dialog_ = Dialog::None;
+  bool paused_ = false;
+  bool wasActive_ = true;
+
+  int held_ = -1;  // index of the piece in hand
+  double grabX_ = 0, grabY_ = 0;
+  bool panning_ = false;
+  // The view before a pickup zoomed out to the whole board, to return to.
+  bool pickupZoomed_ = false;
+  BoardView beforePickup_;
+};
+
+}  // namespace ui

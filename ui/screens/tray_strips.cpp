@@ -1,0 +1,83 @@
+#include "ui/screens/tray_strips.h"
+
+#include <algorithm>
+
+namespace ui {
+
+namespace {
+
+constexpr double kWheelStep = 60;
+constexpr double kInset = 4;  // from the strip's edge to the first thumbnail
+
+}  // namespace
+
+void TrayStrips::layout(double viewW, double viewH, double top) {
+  vertical_ = viewH <= viewW;
+  const double thick = kThumb + 2 * kInset;
+  if (vertical_) {
+    const double h = std::max(viewH - top - 16, 0.0);
+    strips_[0] = Rect{(kExtent + 16 - thick) * 0.5, top + 8, thick, h};
+    strips_[1] = Rect{viewW - (kExtent + 16 + thick) * 0.5, top + 8, thick, h};
+  } else {
+    const double w = std::max(viewW - 16, 0.0);
+    strips_[0] = Rect{8, top + (kExtent - thick) * 0.5, w, thick};
+    strips_[1] = Rect{8, viewH - 8 - kExtent + (kExtent - thick) * 0.5, w, thick};
+  }
+  clampScroll();
+}
+
+void TrayStrips::setPieces(std::vector<core::Piece*> pieces) {
+  const size_t firstHalf = (pieces.size() + 1) / 2;
+  items_[0].assign(pieces.begin(), pieces.begin() + static_cast<long>(firstHalf));
+  items_[1].assign(pieces.begin() + static_cast<long>(firstHalf), pieces.end());
+  clampScroll();
+}
+
+double TrayStrips::maxScroll(int i) const {
+  const double content = kInset * 2 + items_[i].size() * kPitch - (kPitch - kThumb);
+  return std::max(content - length(i), 0.0);
+}
+
+void TrayStrips::clampScroll() {
+  for (int i = 0; i < 2; ++i) scroll_[i] = std::clamp(scroll_[i], 0.0, maxScroll(i));
+}
+
+Rect TrayStrips::slot(int i, size_t k) const {
+  const Rect& s = strips_[i];
+  const double along = kInset + k * kPitch - scroll_[i];
+  return vertical_ ? Rect{s.x + kInset, s.y + along, kThumb, kThumb} : Rect{s.x + along, s.y + kInset, kThumb, kThumb};
+}
+
+int TrayStrips::stripAt(double x, double y) const {
+  for (int i = 0; i < 2; ++i) {
+    if (strips_[i].contains(x, y)) return i;
+  }
+  return -1;
+}
+
+core::Piece* TrayStrips::pieceAt(double x, double y) const {
+  const int i = stripAt(x, y);
+  if (i < 0) return nullptr;
+  for (size_t k = 0; k < items_[i].size(); ++k) {
+    if (slot(i, k).contains(x, y)) return items_[i][k];
+  }
+  return nullptr;
+}
+
+bool TrayStrips::handleScroll(const Ctx& ctx) {
+  const Input& in = ctx.in;
+  if (dragStrip_ >= 0) {
+    scroll_[dragStrip_] -= vertical_ ? in.dy : in.dx;
+    if (!in.mouseDown) dragStrip_ = -1;
+    clampScroll();
+    return true;
+  }
+  const int i = stripAt(in.mouseX, in.mouseY);
+  if (i < 0) return false;
+  scroll_[i] -= in.wheel * kWheelStep;
+  if (in.mousePressed && !pieceAt(in.mouseX, in.mouseY)) dragStrip_ = i;
+  clampScroll();
+  return in.wheel != 0 || dragStrip_ >= 0;
+}
+
+}  // namespace ui

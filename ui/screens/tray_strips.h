@@ -1,0 +1,53 @@
+// The scroll tray: pieces waiting in two strips along the board's sides (left
+// and right in a landscape window, top and bottom in a portrait one, where
+// the board layout reserves their room). The tray order is split in two: the
+// first half in the first strip, the rest in the second. Each strip scrolls
+// on its own, by wheel or by dragging its empty part.
+#pragma once
+
+#include <vector>
+
+#include "core/puzzle.h"
+#include "ui/input.h"
+
+namespace ui {
+
+class TrayStrips {
+ public:
+  static constexpr double kExtent = 112;  // the room the board layout reserves
+  static constexpr double kThumb = 96;    // thumbnail size
+  static constexpr double kPitch = 100;   // thumbnail plus gap
+
+  // Strip rects for the view below a header of height `top`.
+  void layout(double viewW, double viewH, double top);
+  // The tray pieces in tray order, split between the two strips.
+  void setPieces(std::vector<core::Piece*> pieces);
+
+  const Rect& strip(int i) const { return strips_[i]; }
+  bool vertical() const { return vertical_; }
+  const std::vector<core::Piece*>& items(int i) const { return items_[i]; }
+  // The thumbnail box of item k of strip i, scrolled.
+  Rect slot(int i, size_t k) const;
+  // The strip under the point, or -1.
+  int stripAt(double x, double y) const;
+  // The piece whose thumbnail is under the point, or null.
+  core::Piece* pieceAt(double x, double y) const;
+
+  // Wheel over a strip scrolls it; a press on a strip's empty part starts a
+  // drag that scrolls it until release. True while the tray took the input.
+  bool handleScroll(const Ctx& ctx);
+  bool dragging() const { return dragStrip_ >= 0; }
+
+ private:
+  double length(int i) const { return vertical_ ? strips_[i].h : strips_[i].w; }
+  double maxScroll(int i) const;
+  void clampScroll();
+
+  Rect strips_[2];
+  bool vertical_ = true;
+  std::vector<core::Piece*> items_[2];
+  double scroll_[2] = {0, 0};
+  int dragStrip_ = -1;
+};
+
+}  // namespace ui
