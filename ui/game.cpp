@@ -49,7 +49,10 @@ void Game::ensureScreen() {
 }
 
 void Game::update(Ctx& ctx) {
+  const uint32_t built = builtGeneration_;
   ensureScreen();
+  // A list drag or fling belongs to the screen it started on.
+  if (builtGeneration_ != built) ctx.drag = DragState{};
   if (current_) current_->update(ctx);
 }
 

@@ -115,6 +115,28 @@ TEST(ScreenStack, ReplaceOverwritesOnlyTheTop) {
   EXPECT_EQ(game.top().screen, ScreenKind::Menu);
 }
 
+TEST(ScreenStack, ARebuildForgetsTheListDragOfTheOldScreen) {
+  Game game;
+  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 64, 64);
+  ui::Ctx ctx;
+  ctx.cr = cairo_create(surface);
+  ctx.width = ctx.height = 64;
+  game.update(ctx);
+  const double offset = 0;
+  ctx.drag.active = true;
+  ctx.drag.velocity = 300;
+  ctx.drag.target = &offset;
+  game.update(ctx);
+  EXPECT_EQ(ctx.drag.target, &offset) << "kept across frames of one screen";
+  game.push(state(ScreenKind::Menu));
+  game.update(ctx);
+  EXPECT_FALSE(ctx.drag.active);
+  EXPECT_EQ(ctx.drag.velocity, 0);
+  EXPECT_EQ(ctx.drag.target, nullptr);
+  cairo_destroy(ctx.cr);
+  cairo_surface_destroy(surface);
+}
+
 TEST(ScreenStack, InstanceIsOneObject) { EXPECT_EQ(&Game::instance(), &Game::instance()); }
 
 }  // namespace
