@@ -73,11 +73,11 @@ void writeSyntheticLevels(const std::string& root) {
   }
 }
 
-// The asset root: the real one when it has pictures, else a synthetic one.
+// The asset root: the real one when it has pictures, else a synthetic one
+// in a temporary folder. Decided before the game's lookup fixes its answer.
 std::string prepareAssets() {
-  if (platform::fs::isFile(paths::assetDir() + "/assets/levels/level1.jpg")) return "shipped pictures";
-  const std::string root = "/tmp/tessellatrix-bench-assets";
-  ::setenv("TESSELLATRIX_ASSET_DIR", root.c_str(), 1);
+  if (platform::fs::isFile(paths::resolveAssetDir() + "/assets/levels/level1.jpg")) return "shipped pictures";
+  ::setenv("TESSELLATRIX_ASSET_DIR", "/tmp/tessellatrix-bench-assets", 1);
   return "synthetic pictures (no asset tree found)";
 }
 
