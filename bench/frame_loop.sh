@@ -15,17 +15,12 @@ seconds=${3:-6}
 game="$build/tessellatrix"
 [ -x "$game" ] || { echo "no game binary at $game" >&2; exit 1; }
 
-fd_file=$(mktemp)
-Xvfb -displayfd 3 -screen 0 2600x1500x24 -nolisten tcp 3>"$fd_file" >/dev/null 2>&1 &
-xvfb=$!
-trap 'kill $xvfb 2>/dev/null; rm -f "$fd_file"' EXIT
-for _ in $(seq 50); do [ -s "$fd_file" ] && break; sleep 0.1; done
-export DISPLAY=":$(head -n1 "$fd_file")"
+# shellcheck source=bench/xvfb_stats.sh
+source "$(dirname "$0")/xvfb_stats.sh"
+start_xvfb
 data=$(mktemp -d)
 export XDG_DATA_HOME="$data" XDG_RUNTIME_DIR="$data" SDL_AUDIODRIVER=dummy
 [ -n "${BENCH_SCREEN:-}" ] && export TESSELLATRIX_SCREEN="$BENCH_SCREEN"
-
-median() { sort -g | awk '{a[NR]=$1} END {if (NR==0) {print "nan"} else if (NR%2) {print a[(NR+1)/2]} else {print (a[NR/2]+a[NR/2+1])/2}}'; }
 
 # Prints "cpu gpu fps renderer" medians of one run.
 one_run() {

@@ -19,15 +19,10 @@ game="$build/frame_bench"
 [ -x "$game" ] || { echo "no $game: build with -DTESSELLATRIX_BENCH=ON" >&2; exit 1; }
 command -v xdotool >/dev/null || { echo "xdotool is needed (apt-get install xdotool)" >&2; exit 1; }
 
-fd_file=$(mktemp)
-Xvfb -displayfd 3 -screen 0 2600x1500x24 -nolisten tcp 3>"$fd_file" >/dev/null 2>&1 &
-xvfb=$!
-trap 'kill $xvfb 2>/dev/null; rm -f "$fd_file"' EXIT
-for _ in $(seq 50); do [ -s "$fd_file" ] && break; sleep 0.1; done
-export DISPLAY=":$(head -n1 "$fd_file")"
+# shellcheck source=bench/xvfb_stats.sh
+source "$(dirname "$0")/xvfb_stats.sh"
+start_xvfb
 export SDL_AUDIODRIVER=dummy SDL_RENDER_DRIVER=software SDL_FRAMEBUFFER_ACCELERATION=0
-
-median() { sort -g | awk '{a[NR]=$1} END {if (NR==0) {print "nan"} else if (NR%2) {print a[(NR+1)/2]} else {print (a[NR/2]+a[NR/2+1])/2}}'; }
 
 # Drags with the left button held along circles around (x, y): one xdotool
 # process for the whole drag, so the driver itself costs next to nothing.

@@ -90,25 +90,28 @@ class Playing : public ::testing::Test {
     return false;
   }
 
+  // Drags the next piece home; false if none was left or it did not land.
+  bool placeOne() {
+    Point at{};
+    const core::Piece* piece = nullptr;
+    if (!nextGrab(&at, &piece)) return false;
+    const std::string id = piece->id;
+    const Point home = dropPointFor(*piece, at);
+    driver.drag(at.x, at.y, home.x, home.y);
+    for (const core::Piece& p : puzzle().pieces) {
+      if (p.id == id) return p.placed;
+    }
+    return false;
+  }
+
   // Drags pieces home one by one until none is left; false if a drag failed
   // to place its piece.
   bool solveByDragging() {
-    for (size_t guard = 0; guard <= puzzle().pieces.size(); ++guard) {
-      Point at{};
-      const core::Piece* piece = nullptr;
-      if (!nextGrab(&at, &piece)) return puzzle().placedCount() == static_cast<int>(puzzle().pieces.size());
-      const std::string id = piece->id;
-      const Point home = dropPointFor(*piece, at);
-      driver.drag(at.x, at.y, home.x, home.y);
-      const core::Piece* moved = nullptr;
-      for (const core::Piece& p : puzzle().pieces) {
-        if (p.id == id) moved = &p;
-      }
-      if (!moved || !moved->placed) {
-        return false;
-      }
+    const size_t n = puzzle().pieces.size();
+    for (size_t i = 0; i < n; ++i) {
+      if (!placeOne()) return false;
     }
-    return false;
+    return puzzle().placedCount() == static_cast<int>(n);
   }
 
   const store::SavedPiece* savedPiece(const std::string& id) {
@@ -280,11 +283,7 @@ TEST_F(Playing, AnOpenDialogStopsTheClock) {
 TEST_F(Playing, ConfirmedRestartDealsAfreshAndZeroesTheClock) {
   store::clearPuzzle();
   start(BoardLayout::Scatter);
-  Point at{};
-  const core::Piece* piece = nullptr;
-  ASSERT_TRUE(nextGrab(&at, &piece));
-  const Point home = dropPointFor(*piece, at);
-  driver.drag(at.x, at.y, home.x, home.y);
+  ASSERT_TRUE(placeOne());
   ASSERT_EQ(puzzle().placedCount(), 1);
   driver.idle(1.0);
   driver.key(SDLK_n, true);
@@ -297,11 +296,7 @@ TEST_F(Playing, ConfirmedRestartDealsAfreshAndZeroesTheClock) {
 TEST_F(Playing, ConfirmedShuffleKeepsPlacedPieces) {
   store::clearPuzzle();
   start(BoardLayout::Scatter);
-  Point at{};
-  const core::Piece* piece = nullptr;
-  ASSERT_TRUE(nextGrab(&at, &piece));
-  const Point home = dropPointFor(*piece, at);
-  driver.drag(at.x, at.y, home.x, home.y);
+  ASSERT_TRUE(placeOne());
   std::vector<double> xs;
   for (const core::Piece& p : puzzle().pieces) xs.push_back(p.x);
   driver.key(SDLK_r, true);
