@@ -20,7 +20,7 @@ class ShippedFonts : public ::testing::Test {
  protected:
   void SetUp() override {
     const std::string cjk = testsupport::shippedAssetRoot() + "/assets/fonts/QuillmossPuzzleCJK.ttf";
-    if (!platform::fs::isFile(cjk)) GTEST_SKIP() << "the CJK font " << cjk << " is not in the asset tree yet";
+    ASSERT_TRUE(platform::fs::isFile(cjk)) << "the CJK font is missing from the asset tree";
     testsupport::useShippedAssets();
     testsupport::isolateFonts();
     ASSERT_TRUE(ui::registerBundledFonts());

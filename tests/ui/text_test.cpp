@@ -294,9 +294,8 @@ TEST_F(Text, OneLineTextAfterAParagraphIsNotWrapped) {
 
 TEST(Fonts, AMissingFontFileIsReportedAndTheOthersStillRegister) {
   const std::string shipped = testsupport::shippedAssetRoot() + "/assets/fonts/";
-  if (!platform::fs::isFile(shipped + "DejaVuSans.ttf") || !platform::fs::isFile(shipped + "QuillmossPuzzleCJK.ttf")) {
-    GTEST_SKIP() << "the shipped font files are not in " << shipped << " yet";
-  }
+  ASSERT_TRUE(platform::fs::isFile(shipped + "DejaVuSans.ttf"));
+  ASSERT_TRUE(platform::fs::isFile(shipped + "QuillmossPuzzleCJK.ttf"));
   TempDir root;
   platform::fs::ensureDir(root.file("assets/levels"));
   platform::fs::ensureDir(root.file("assets/fonts"));
@@ -322,7 +321,7 @@ TEST(Fonts, AMissingFontFileIsReportedAndTheOthersStillRegister) {
 
 TEST(Fonts, AllThreeShippedFontsRegister) {
   const std::string shipped = testsupport::shippedAssetRoot() + "/assets/fonts/QuillmossPuzzleCJK.ttf";
-  if (!platform::fs::isFile(shipped)) GTEST_SKIP() << shipped << " does not exist yet";
+  ASSERT_TRUE(platform::fs::isFile(shipped));
   testsupport::useShippedAssets();
   testsupport::isolateFonts();
   ::testing::internal::CaptureStderr();
