@@ -260,11 +260,16 @@ void Puzzle::clearTray() {
 
 std::vector<Piece*> Puzzle::trayPieces() {
   std::vector<Piece*> out;
+  trayPieces(&out);
+  return out;
+}
+
+void Puzzle::trayPieces(std::vector<Piece*>* out) {
+  out->clear();
   for (const int32_t index : order) {
     Piece& piece = pieces[index];
-    if (piece.inTray && !piece.placed) out.push_back(&piece);
+    if (piece.inTray && !piece.placed) out->push_back(&piece);
   }
-  return out;
 }
 
 }  // namespace core

@@ -71,6 +71,8 @@ class Puzzle {
   void clearTray();
   // The unplaced pieces in the tray, in tray order.
   std::vector<Piece*> trayPieces();
+  // The same into a list the caller keeps, so a frame need not allocate.
+  void trayPieces(std::vector<Piece*>* out);
 
   // The player's hand (play.cpp).
   Piece* hitTest(double px, double py);

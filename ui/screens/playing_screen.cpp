@@ -43,7 +43,7 @@ void PlayingScreen::update(Ctx& ctx) {
   wasActive_ = ctx.in.windowActive;
   advanceClock(ctx);
 
-  if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) tray_.setPieces(puzzle_.trayPieces());
+  if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) tray_.setPieces(puzzle_);
   if (paused_) {
     handlePausedKeys(ctx);
   } else if (!solved() && dialog_ == Dialog::None) {

@@ -26,10 +26,11 @@ void TrayStrips::layout(double viewW, double viewH, double top) {
   clampScroll();
 }
 
-void TrayStrips::setPieces(std::vector<core::Piece*> pieces) {
-  const size_t firstHalf = (pieces.size() + 1) / 2;
-  items_[0].assign(pieces.begin(), pieces.begin() + static_cast<long>(firstHalf));
-  items_[1].assign(pieces.begin() + static_cast<long>(firstHalf), pieces.end());
+void TrayStrips::setPieces(core::Puzzle& puzzle) {
+  puzzle.trayPieces(&all_);
+  const auto middle = all_.begin() + static_cast<long>((all_.size() + 1) / 2);
+  items_[0].assign(all_.begin(), middle);
+  items_[1].assign(middle, all_.end());
   clampScroll();
 }
 

@@ -20,8 +20,9 @@ class TrayStrips {
 
   // Strip rects for the view below a header of height `top`.
   void layout(double viewW, double viewH, double top);
-  // The tray pieces in tray order, split between the two strips.
-  void setPieces(std::vector<core::Piece*> pieces);
+  // Takes the tray pieces from the puzzle, in tray order, split between the
+  // two strips (lists kept across frames).
+  void setPieces(core::Puzzle& puzzle);
 
   const Rect& strip(int i) const { return strips_[i]; }
   bool vertical() const { return vertical_; }
@@ -45,6 +46,7 @@ class TrayStrips {
 
   Rect strips_[2];
   bool vertical_ = true;
+  std::vector<core::Piece*> all_;
   std::vector<core::Piece*> items_[2];
   double scroll_[2] = {0, 0};
   int dragStrip_ = -1;
