@@ -11,6 +11,7 @@ libstb-dev libsodium-dev
 libgtest-dev
 xvfb xauth libgl1-mesa-dri
 clang libclang-rt-14-dev
+desktop-file-utils appstream
 "
 
 missing=""
