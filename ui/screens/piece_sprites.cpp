@@ -3,9 +3,16 @@
 #include <cmath>
 
 #include "ui/gpu.h"
+#include "ui/screens/tray_strips.h"
 #include "ui/textures/piece_textures.h"
 
 namespace ui {
+
+namespace {
+
+constexpr int kThumb = static_cast<int>(TrayStrips::kThumb);
+
+}  // namespace
 
 void PieceSprites::beginFrame(const core::Puzzle& puzzle, int tier) {
   if (tier != tier_ || prefix_.empty()) {
@@ -33,6 +40,7 @@ void PieceSprites::refreshKeys(const core::Puzzle& puzzle) {
   for (size_t i = 0; i < wanted_.size(); ++i) {
     wanted_[i].key[0] = pieceTextureKey(prefix_, puzzle, puzzle.pieces[i], false);
     wanted_[i].key[1] = pieceTextureKey(prefix_, puzzle, puzzle.pieces[i], true);
+    wanted_[i].thumb = pieceThumbKey(puzzle.levelId, puzzle, puzzle.pieces[i], kThumb, true);
   }
 }
 
@@ -58,6 +66,15 @@ SDL_Texture* PieceSprites::texture(const core::Puzzle& puzzle, const core::Piece
   shown.w = pixelW_;
   shown.h = pixelH_;
   return tex;
+}
+
+SDL_Texture* PieceSprites::thumbTexture(const core::Puzzle& puzzle, const core::Piece& piece,
+                                        cairo_surface_t* (*picture)(void*), void* pictureUser) {
+  const size_t index = static_cast<size_t>(piece.row * puzzle.cols + piece.col);
+  if (index >= wanted_.size()) return nullptr;
+  const int px = static_cast<int>(std::lround(kThumb * gpuScale()));
+  if (SDL_Texture* tex = gpuCachedTexture(wanted_[index].thumb, px, px)) return tex;
+  return pieceThumbTexture(puzzle.levelId, puzzle, piece, picture(pictureUser), kThumb, true, nullptr, nullptr);
 }
 
 }  // namespace ui

@@ -27,8 +27,10 @@ class PieceSprites {
   void beginFrame(const core::Puzzle& puzzle, int tier);
   SDL_Texture* texture(const core::Puzzle& puzzle, const core::Piece& piece, bool noOutline,
                        cairo_surface_t* (*picture)(void*), void* pictureUser);
-  // The cache prefix of the current tier (the level id, marked for tier 2).
-  const std::string& prefix() const { return prefix_; }
+  // The piece's square tray thumbnail; thumbnails are few and small, so they
+  // are painted as soon as they are shown.
+  SDL_Texture* thumbTexture(const core::Puzzle& puzzle, const core::Piece& piece,
+                            cairo_surface_t* (*picture)(void*), void* pictureUser);
   int tier() const { return tier_; }
 
  private:
@@ -38,6 +40,7 @@ class PieceSprites {
   };
   struct Wanted {
     std::string key[2];  // outlined, no outline
+    std::string thumb;
   };
 
   void refreshKeys(const core::Puzzle& puzzle);

@@ -17,8 +17,6 @@ namespace {
 constexpr double kLift = 1.04;         // the piece in hand is drawn a little larger
 constexpr double kEaseRate = 18;       // how fast a displayed piece catches up, per second
 constexpr double kPictureStep = 64;    // picture bounds are rounded up to this many pixels
-constexpr double kThumbSize = TrayStrips::kThumb;
-constexpr int kThumbPx = static_cast<int>(kThumbSize);
 
 struct BoardPaint {
   double w, h;
@@ -142,9 +140,7 @@ void PlayingScreen::drawPieces(const store::Settings& settings) {
     if (a->placed != b->placed) return a->placed;
     return a->z < b->z;
   });
-  const int tier = view_.zoom >= 1.5 ? 2 : 1;
-  sprites_.beginFrame(puzzle_, tier);
-  PictureRequest picture{&puzzle_, tier};
+  PictureRequest picture{&puzzle_, sprites_.tier()};
   const double boxW = puzzle_.cellW + 2 * puzzle_.pad, boxH = puzzle_.cellH + 2 * puzzle_.pad;
   const core::Piece* heldPiece = held_ >= 0 ? &puzzle_.pieces[held_] : nullptr;
   for (const core::Piece* p : drawOrder_) {
@@ -165,7 +161,6 @@ void PlayingScreen::drawTray(const store::Settings& settings) {
   // Any resolution of the picture paints a thumbnail well; asking for the
   // pieces' own keeps the one cached picture from switching back and forth.
   PictureRequest picture{&puzzle_, sprites_.tier()};
-  const int px = static_cast<int>(std::lround(kThumbSize * gpuScale()));
   for (int i = 0; i < 2; ++i) {
     const Rect& s = tray_.strip(i);
     gpuFillRect(s.x, s.y, s.w, s.h, fill, 0.92);
@@ -175,13 +170,8 @@ void PlayingScreen::drawTray(const store::Settings& settings) {
     for (size_t k = 0; k < items.size(); ++k) {
       const Rect slot = tray_.slot(i, k);
       if (slot.x + slot.w < s.x || slot.x > s.x + s.w || slot.y + slot.h < s.y || slot.y > s.y + s.h) continue;
-      const core::Piece& piece = *items[k];
-      SDL_Texture* tex = gpuCachedTexture(pieceThumbKey(puzzle_.levelId, puzzle_, piece, kThumbPx, true), px, px);
-      if (!tex) {
-        tex = pieceThumbTexture(puzzle_.levelId, puzzle_, piece, boardPicture(&picture), kThumbPx, true, nullptr,
-                                nullptr);
-      }
-      gpuBlitRotated(tex, slot.x + slot.w * 0.5, slot.y + slot.h * 0.5, slot.w, slot.h, piece.rotation, 1.0);
+      SDL_Texture* tex = sprites_.thumbTexture(puzzle_, *items[k], boardPicture, &picture);
+      gpuBlitRotated(tex, slot.x + slot.w * 0.5, slot.y + slot.h * 0.5, slot.w, slot.h, items[k]->rotation, 1.0);
     }
     gpuClearClip();
   }

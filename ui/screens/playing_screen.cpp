@@ -55,6 +55,8 @@ void PlayingScreen::update(Ctx& ctx) {
 
   easePieces(ctx.dt);
   if (!paused_) {
+    // Piece textures are painted at twice the resolution from 150 % zoom on.
+    sprites_.beginFrame(puzzle_, view_.zoom >= 1.5 ? 2 : 1);
     drawBoard(settings);
     if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) drawTray(settings);
     drawPieces(settings);

@@ -34,7 +34,6 @@ class PlayingScreen : public Screen {
   core::Puzzle& puzzle() { return puzzle_; }
   const BoardView& view() const { return view_; }
   const TrayStrips& tray() const { return tray_; }
-  double headerHeight() const { return headerH_; }
   bool paused() const { return paused_; }
   bool dialogOpen() const { return dialog_ != Dialog::None; }
   bool solved() const { return solvedAt_ >= 0; }

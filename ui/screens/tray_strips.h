@@ -25,7 +25,6 @@ class TrayStrips {
   void setPieces(core::Puzzle& puzzle);
 
   const Rect& strip(int i) const { return strips_[i]; }
-  bool vertical() const { return vertical_; }
   const std::vector<core::Piece*>& items(int i) const { return items_[i]; }
   // The thumbnail box of item k of strip i, scrolled.
   Rect slot(int i, size_t k) const;
@@ -37,7 +36,6 @@ class TrayStrips {
   // Wheel over a strip scrolls it; a press on a strip's empty part starts a
   // drag that scrolls it until release. True while the tray took the input.
   bool handleScroll(const Ctx& ctx);
-  bool dragging() const { return dragStrip_ >= 0; }
 
  private:
   double length(int i) const { return vertical_ ? strips_[i].h : strips_[i].w; }
