@@ -1,6 +1,6 @@
-// One thread, no timers: the renderer's vsync paces the loop. Each frame is
-// drawn in two layers, the GPU draws straight to the renderer and the cairo
-// overlay composited on top at the end (see ui/frame_layer.h).
+// One thread, no timers: the renderer's vsync paces the loop. Each pass
+// gathers the input, draws one frame (ui/frame.h: the GPU draws straight to
+// the renderer, the cairo overlay composited on top) and presents it.
 #include "app/shell.h"
 
 #include <SDL.h>
@@ -21,7 +21,7 @@
 #include "platform/crash.h"
 #include "platform/paths.h"
 #include "store/store.h"
-#include "ui/frame_layer.h"
+#include "ui/frame.h"
 #include "ui/game.h"
 #include "ui/gpu.h"
 #include "ui/textures/board_image.h"
@@ -49,7 +49,6 @@ double nowSeconds() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - origin).count();
 }
 
-constexpr uint32_t kBackground = 0x0e1320;
 constexpr double kGeometrySaveInterval = 2.0;
 
 struct Shell {
@@ -132,11 +131,11 @@ bool createRenderer(Shell& sh) {
   return true;
 }
 
-// F1-F4: this frame's input.
+// The frame's input: the events since the last frame, then the pointer,
+// buttons and modifiers as they are now.
 void gatherInput(Shell& sh) {
   ui::Input& in = sh.ctx.in;
   in.reset();
-  sh.ctx.clickTaken = false;
   SDL_Event e;
   while (SDL_PollEvent(&e)) handleEvent(e, nowSeconds(), SDL_GetWindowFlags(sh.window), in, sh.settings, sh.loop);
   if (sh.loop.saveNow) {
@@ -163,14 +162,8 @@ void gatherInput(Shell& sh) {
   in.windowActive = (flags & SDL_WINDOW_INPUT_FOCUS) && !(flags & SDL_WINDOW_MINIMIZED);
 }
 
-void clearRenderer(const Shell& sh) {
-  const store::OptColor& bg = sh.settings.bgColor;
-  const uint32_t rgb = bg.set ? bg.rgb : kBackground;
-  SDL_SetRenderDrawColor(sh.renderer, (rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255, 255);
-  SDL_RenderClear(sh.renderer);
-}
-
-// F5-F14: one displayed frame.
+// One displayed frame; nothing is drawn while the window has no area
+// (minimised), but the pointer is followed so no jump is seen on return.
 void runFrame(Shell& sh) {
   int outW = 0, outH = 0;
   SDL_GetRendererOutputSize(sh.renderer, &outW, &outH);
@@ -183,24 +176,12 @@ void runFrame(Shell& sh) {
   SDL_GetWindowSize(sh.window, &winW, &winH);
   const double scale = (outW > 0 && winW > 0) ? static_cast<double>(outW) / winW : 1.0;
 
-  sh.layer.ensure(sh.renderer, outW, outH);
   ui::Ctx& ctx = sh.ctx;
-  ctx.cr = sh.layer.begin(scale);
-  ctx.width = outW / scale;
-  ctx.height = outH / scale;
   const double time = nowSeconds();
   ctx.time = time;
   ctx.dt = std::min(time - sh.prevFrameStart, 0.1);
-
-  ui::gpuSetScale(scale);
-  ui::gpuBeginFrame();
-  clearRenderer(sh);
-  ui::Game::instance().update(ctx);
-
-  sh.layer.finishDrawing();
-  ctx.cr = nullptr;
+  ui::drawFrame(sh.renderer, sh.layer, ctx, outW, outH, scale);
   const double cpuEnd = nowSeconds();
-  sh.layer.composite(sh.renderer);
   SDL_RenderPresent(sh.renderer);
   const double gpuEnd = nowSeconds();
   if (sh.statsOn) {

@@ -1,22 +1,26 @@
 #include "tests/support/frame_driver.h"
 
+#include <cmath>
+
+#include "ui/frame.h"
 #include "ui/gpu.h"
 #include "ui/text.h"
 
 namespace testsupport {
 
-FrameDriver::FrameDriver(int w, int h)
-    : target_(w, h), surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h)) {
+FrameDriver::FrameDriver(int w, int h, double scale)
+    : target_(static_cast<int>(std::lround(w * scale)), static_cast<int>(std::lround(h * scale))),
+      w_(static_cast<int>(std::lround(w * scale))),
+      h_(static_cast<int>(std::lround(h * scale))),
+      scale_(scale) {
   ui::gpuInit(target_.renderer());
   ui::registerBundledFonts();
-  ctx_.width = w;
-  ctx_.height = h;
   ctx_.time = 1.0;
 }
 
 FrameDriver::~FrameDriver() {
+  layer_.release();
   ui::gpuShutdown();
-  cairo_surface_destroy(surface_);
 }
 
 void FrameDriver::frame(const ui::Input& in) {
@@ -26,23 +30,10 @@ void FrameDriver::frame(const ui::Input& in) {
   mouseX_ = in.mouseX;
   mouseY_ = in.mouseY;
   down_ = in.mouseDown;
-  ctx_.clickTaken = false;
   ctx_.time += kStep;
   ctx_.dt = kStep;
-  cairo_t* cr = cairo_create(surface_);
-  cairo_save(cr);
-  cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
-  cairo_paint(cr);
-  cairo_restore(cr);
-  ctx_.cr = cr;
-  ui::gpuSetScale(1.0);
-  ui::gpuBeginFrame();
-  SDL_SetRenderDrawColor(target_.renderer(), 0x0e, 0x13, 0x20, 255);
-  SDL_RenderClear(target_.renderer());
-  game().update(ctx_);
-  ctx_.cr = nullptr;
-  cairo_destroy(cr);
-  cairo_surface_flush(surface_);
+  ui::drawFrame(target_.renderer(), layer_, ctx_, w_, h_, scale_);
+  SDL_RenderPresent(target_.renderer());
 }
 
 ui::Input FrameDriver::at(double x, double y, bool down) const {
@@ -76,14 +67,7 @@ void FrameDriver::rightClick(double x, double y) {
   frame(in);
 }
 
-void FrameDriver::click(double x, double y) {
-  ui::Input press = at(x, y, true);
-  press.mousePressed = true;
-  frame(press);
-  ui::Input release = at(x, y, false);
-  release.mouseReleased = true;
-  frame(release);
-}
+void FrameDriver::click(double x, double y) { drag(x, y, x, y, 0); }
 
 void FrameDriver::drag(double x0, double y0, double x1, double y1, int steps) {
   ui::Input press = at(x0, y0, true);

@@ -1,14 +1,13 @@
-// Runs the game's screens frame by frame in-process, the way the frame loop
-// does: a cairo layer for the overlay, SDL's software renderer for the GPU
-// layer, and synthetic input. Time advances by a fixed step per frame, so
-// everything a screen does over time is reproducible.
+// Runs the game's screens frame by frame in-process through the very frame
+// function the game's loop calls, on SDL's software renderer, with synthetic
+// input. Time advances by a fixed step per frame, so everything a screen
+// does over time is reproducible.
 #pragma once
-
-#include <cairo.h>
 
 #include <cstdint>
 
 #include "tests/support/test_support.h"
+#include "ui/frame_layer.h"
 #include "ui/game.h"
 #include "ui/input.h"
 
@@ -18,14 +17,14 @@ class FrameDriver {
  public:
   static constexpr double kStep = 1.0 / 60;
 
-  FrameDriver(int w, int h);
+  // A window of w × h logical units, drawn at `scale` pixels per unit.
+  FrameDriver(int w, int h, double scale = 1.0);
   ~FrameDriver();
   FrameDriver(const FrameDriver&) = delete;
   FrameDriver& operator=(const FrameDriver&) = delete;
 
-  // One frame with this input (mouse position and buttons as given; motion
-  // is worked out from the previous frame). Keys, wheel and edges apply to
-  // this frame only.
+  // One frame with this input (motion is worked out from the previous
+  // frame). Keys, wheel and edges apply to this frame only.
   void frame(const ui::Input& in);
   // Frames with the pointer resting where it is, for `seconds`.
   void idle(double seconds);
@@ -36,18 +35,19 @@ class FrameDriver {
   // Press at one point, move there in `steps` frames, release.
   void drag(double x0, double y0, double x1, double y1, int steps = 6);
 
-  ui::Ctx& ctx() { return ctx_; }
   ui::Game& game() { return ui::Game::instance(); }
   double time() const { return ctx_.time; }
-  cairo_surface_t* overlay() const { return surface_; }
-  SoftwareTarget& target() { return target_; }
+  // 0xAARRGGBB of the presented frame at pixel (x, y).
+  uint32_t pixel(int x, int y) const { return target_.pixel(x, y); }
 
  private:
   ui::Input at(double x, double y, bool down) const;
 
   SoftwareTarget target_;
-  cairo_surface_t* surface_;
+  ui::FrameLayer layer_;
   ui::Ctx ctx_;
+  int w_, h_;
+  double scale_;
   double mouseX_ = 0, mouseY_ = 0;
   bool down_ = false;
 };

@@ -1,0 +1,30 @@
+#include "ui/frame.h"
+
+#include "store/store.h"
+#include "ui/game.h"
+#include "ui/gpu.h"
+#include "ui/widgets/theme.h"
+
+namespace ui {
+
+void drawFrame(SDL_Renderer* renderer, FrameLayer& layer, Ctx& ctx, int outW, int outH, double scale) {
+  layer.ensure(renderer, outW, outH);
+  ctx.cr = layer.begin(scale);
+  ctx.width = outW / scale;
+  ctx.height = outH / scale;
+  ctx.clickTaken = false;
+
+  gpuSetScale(scale);
+  gpuBeginFrame();
+  const store::OptColor& bg = store::settings().bgColor;
+  const uint32_t rgb = bg.set ? bg.rgb : kColorBackground;
+  SDL_SetRenderDrawColor(renderer, (rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255, 255);
+  SDL_RenderClear(renderer);
+  Game::instance().update(ctx);
+
+  layer.finishDrawing();
+  ctx.cr = nullptr;
+  layer.composite(renderer);
+}
+
+}  // namespace ui
