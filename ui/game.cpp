@@ -35,6 +35,16 @@ void Game::resetTo(const GameState& s) {
   ++generation_;
 }
 
+void Game::back() {
+  if (stack_.size() > 1) {
+    pop();
+  } else {
+    GameState menu;
+    menu.screen = ScreenKind::Menu;
+    resetTo(menu);
+  }
+}
+
 void Game::ensureScreen() {
   if (current_ && builtGeneration_ == generation_) return;
   builtGeneration_ = generation_;

@@ -49,6 +49,10 @@ class Game {
   void pop();
   void replace(const GameState& s);
   void resetTo(const GameState& s);
+  // The one way back, for back buttons and Escape alike: to the screen
+  // below, or to the menu when the top screen was the first one shown
+  // (a puzzle started directly, or a screen chosen at start).
+  void back();
   void ensureScreen();
   void update(Ctx& ctx);
 

@@ -9,6 +9,22 @@
 //                   screens ask for topmost elements (dialogs) first.
 //   right press  -> rightPressed: takeRightClick() answers every rect that
 //                   holds the pointer, without consuming anything.
+//
+// Modal layers (confirmation dialogs, pickers). A widget cannot know what
+// will be drawn over it later in the frame, and a dialog has to be drawn
+// last to lie on top. So a screen with a modal layer open runs everything
+// beneath it inside an InputShield, which hides the frame's input for its
+// lifetime: beneath, the pointer is nowhere, no button, wheel or key
+// arrives, so widgets neither react nor light up and key handlers never see
+// the Escape or Return meant for the dialog. After the shield the modal
+// layer runs with the real input, drawn on top of everything:
+//
+//   {
+//     InputShield beneath(ctx, dialogOpen);
+//     handleInput(ctx);
+//     drawScreen(ctx);
+//   }
+//   if (dialogOpen) answer = confirmDialog(ctx, ...);
 #pragma once
 
 #include <cairo.h>
@@ -66,6 +82,19 @@ struct Ctx {
   bool hover(const Rect& r) const { return r.contains(in.mouseX, in.mouseY); }
   bool takeClick(const Rect& r);
   bool takeRightClick(const Rect& r) const { return in.rightPressed && hover(r); }
+};
+
+class InputShield {
+ public:
+  InputShield(Ctx& ctx, bool on);
+  ~InputShield();
+  InputShield(const InputShield&) = delete;
+  InputShield& operator=(const InputShield&) = delete;
+
+ private:
+  Ctx& ctx_;
+  bool on_;
+  Input held_;
 };
 
 }  // namespace ui

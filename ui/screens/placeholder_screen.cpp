@@ -1,11 +1,11 @@
 // Stand-in for the screens that are not built yet: it fills the window and
-// names its kind, so navigation can be followed on screen. Escape goes back.
-#include <SDL.h>
-
+// names its kind under a header with the back button, so navigation can be
+// followed on screen.
 #include <string>
 
 #include "ui/draw.h"
 #include "ui/screens/screens.h"
+#include "ui/widgets/chrome.h"
 
 namespace ui {
 
@@ -24,7 +24,9 @@ class PlaceholderScreen : public Screen {
     cairo_text_extents(ctx.cr, name_.c_str(), &ext);
     cairo_move_to(ctx.cr, (ctx.width - ext.width) * 0.5 - ext.x_bearing, ctx.height * 0.5);
     cairo_show_text(ctx.cr, name_.c_str());
-    if (ctx.in.hasKey(SDLK_ESCAPE)) Game::instance().pop();
+    bool back = false;
+    screenHeader(ctx, name_, &back);
+    if (back) Game::instance().back();
   }
 
  private:

@@ -30,21 +30,6 @@ constexpr double kHintSeconds = 8;
 double rowOneHeight(bool large) { return large ? 56 : 48; }
 double rowTwoHeight(bool large) { return large ? 44 : 40; }
 
-// Clicks are kept from the widgets beneath while `on`, and given back after.
-class ModalGuard {
- public:
-  ModalGuard(Ctx& ctx, bool on) : ctx_(ctx), on_(on), taken_(ctx.clickTaken) {
-    if (on_) ctx_.clickTaken = true;
-  }
-  ~ModalGuard() {
-    if (on_) ctx_.clickTaken = taken_;
-  }
-
- private:
-  Ctx& ctx_;
-  bool on_, taken_;
-};
-
 // A pill of text centred at (cx, cy), fading with `alpha`.
 void pill(Ctx& ctx, double cx, double cy, const std::string& text, double size, double alpha) {
   TextStyle style;
@@ -67,7 +52,6 @@ double PlayingScreen::headerHeightFor(const Ctx& ctx, const store::Settings& set
 
 void PlayingScreen::drawHeader(Ctx& ctx, const store::Settings& settings) {
   const bool large = largeLayout(ctx);
-  ModalGuard guard(ctx, dialog_ != Dialog::None || paused_ || solved());
   fillRect(ctx.cr, Rect{0, 0, ctx.width, headerH_}, kColorBackground, 0.96);
   drawLine(ctx.cr, 0, headerH_ - 0.5, ctx.width, headerH_ - 0.5, 1, kColorBorder, 1.0);
   if (backButton(ctx)) leave(ctx);
@@ -75,7 +59,11 @@ void PlayingScreen::drawHeader(Ctx& ctx, const store::Settings& settings) {
   const double rowH = rowOneHeight(large);
   const double pauseW = large ? 110 : 96;
   const Rect pause{ctx.width - pauseW - (large ? 16 : 12), (rowH - kButtonH) * 0.5, pauseW, kButtonH};
-  if (plainButton(ctx, pause, i18n::tr("playing.pause"), false)) paused_ = true;
+  // Paused, the control reads as the way back into the game; once solved
+  // there is nothing left to pause.
+  if (!solved() && plainButton(ctx, pause, i18n::tr(paused_ ? "common.continue" : "playing.pause"), paused_)) {
+    paused_ = !paused_;
+  }
 
   const core::Level* level = core::levelById(puzzle_.levelId);
   char info[160];
@@ -92,8 +80,11 @@ void PlayingScreen::drawHeader(Ctx& ctx, const store::Settings& settings) {
   if (settings.showSecondRow) drawControls(ctx, settings, rowH, rowTwoHeight(large));
 }
 
+// Paused or solved, the controls are drawn inert: the board they act on is
+// hidden or finished.
 void PlayingScreen::drawControls(Ctx& ctx, const store::Settings& settings, double y, double h) {
   const bool large = largeLayout(ctx);
+  const bool inert = paused_ || solved();
   const bool zoom = zoomEnabled(settings);
   const double zoomW = zoom ? 3 * kButtonW + kReadoutW + 3 * kGap + 24 : 0;
   const double actionsW = 3 * kButtonW + 2 * kGap;
@@ -105,7 +96,7 @@ void PlayingScreen::drawControls(Ctx& ctx, const store::Settings& settings, doub
     return r;
   };
   if (zoom) {
-    if (letterButton(ctx, next(kButtonW), "\xE2\x88\x92", view_.zoom <= kMinZoom)) stepZoom(-kZoomStep, ctx);
+    if (letterButton(ctx, next(kButtonW), "\xE2\x88\x92", inert || view_.zoom <= kMinZoom)) stepZoom(-kZoomStep, ctx);
     const Rect readout = next(kReadoutW);
     char percent[16];
     std::snprintf(percent, sizeof percent, "%d%%", static_cast<int>(std::lround(view_.zoom * 100)));
@@ -114,21 +105,24 @@ void PlayingScreen::drawControls(Ctx& ctx, const store::Settings& settings, doub
     style.bold = true;
     style.color = kColorText;
     drawTextCentered(ctx.cr, readout.x + readout.w * 0.5, readout.y + readout.h * 0.5, percent, style);
-    if (letterButton(ctx, next(kButtonW), "+", view_.zoom >= kMaxZoom)) stepZoom(kZoomStep, ctx);
-    if (letterButton(ctx, next(kButtonW), "1:1", !view_.zoomed())) view_.reset();
+    if (letterButton(ctx, next(kButtonW), "+", inert || view_.zoom >= kMaxZoom)) stepZoom(kZoomStep, ctx);
+    if (letterButton(ctx, next(kButtonW), "1:1", inert || !view_.zoomed())) view_.reset();
     x += 24;
   }
-  const bool canUndo = !puzzle_.undoStack.empty();
+  const bool canUndo = !inert && !puzzle_.undoStack.empty();
   if (letterButton(ctx, next(kButtonW), large ? "\xE2\x86\xB6" : i18n::tr("playing.letterUndo"), !canUndo) &&
       puzzle_.undo()) {
     dirty_ = true;
   }
-  if (letterButton(ctx, next(kButtonW), large ? "\xE2\x86\xBB" : i18n::tr("playing.letterRestart"), false)) {
+  if (letterButton(ctx, next(kButtonW), large ? "\xE2\x86\xBB" : i18n::tr("playing.letterRestart"), inert)) {
     dialog_ = Dialog::Restart;
   }
   const Rect shuffle = next(kButtonW);
-  if (letterButton(ctx, shuffle, large ? "" : i18n::tr("playing.letterShuffle"), false)) dialog_ = Dialog::Shuffle;
-  if (large) drawShuffleIcon(ctx.cr, shuffle.x + shuffle.w * 0.5, shuffle.y + shuffle.h * 0.5, 22, kColorAccent, 1.0);
+  if (letterButton(ctx, shuffle, large ? "" : i18n::tr("playing.letterShuffle"), inert)) dialog_ = Dialog::Shuffle;
+  if (large) {
+    drawShuffleIcon(ctx.cr, shuffle.x + shuffle.w * 0.5, shuffle.y + shuffle.h * 0.5, 22, kColorAccent,
+                    inert ? 0.35 : 1.0);
+  }
 }
 
 void PlayingScreen::drawHints(Ctx& ctx, const store::Settings& settings) {

@@ -61,21 +61,14 @@ void PlayingScreen::handleKeys(Ctx& ctx, const store::Settings& settings) {
     } else if (view_.zoomed() && isOneOf(key, {SDLK_LEFT, SDLK_RIGHT, SDLK_UP, SDLK_DOWN})) {
       view_.offsetX += key == SDLK_LEFT ? kArrowPan : key == SDLK_RIGHT ? -kArrowPan : 0;
       view_.offsetY += key == SDLK_UP ? kArrowPan : key == SDLK_DOWN ? -kArrowPan : 0;
-    } else if (key == SDLK_ESCAPE) {
-      leave(ctx);
-      return;
     }
   }
 }
 
-// While paused: P, Pause, Return or Space resume; Escape leaves as it does
-// while playing.
-void PlayingScreen::handlePausedKeys(Ctx& ctx) {
+// While paused: P, Pause, Return or Space resume (Escape still leaves,
+// through the back button).
+void PlayingScreen::handlePausedKeys(const Ctx& ctx) {
   for (const int32_t key : ctx.in.keys) {
-    if (key == SDLK_ESCAPE) {
-      leave(ctx);
-      return;
-    }
     if (isOneOf(key, {SDLK_p, SDLK_PAUSE, SDLK_RETURN, SDLK_KP_ENTER, SDLK_SPACE})) paused_ = false;
   }
 }

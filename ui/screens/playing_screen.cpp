@@ -44,15 +44,32 @@ void PlayingScreen::update(Ctx& ctx) {
   advanceClock(ctx);
 
   if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) tray_.setPieces(puzzle_);
-  if (paused_) {
-    handlePausedKeys(ctx);
-  } else if (!solved() && dialog_ == Dialog::None) {
-    handleInput(ctx, settings);
+  {
+    InputShield beneath(ctx, dialogOpen());
+    if (paused_) {
+      handlePausedKeys(ctx);
+    } else if (!solved() && !dialogOpen()) {
+      handleInput(ctx, settings);
+    }
+    view_.clampPan(puzzle_, ctx.width, ctx.height);
+    checkSolved(ctx);
+    autosave(ctx, false);
+    drawScreen(ctx, settings);
   }
-  view_.clampPan(puzzle_, ctx.width, ctx.height);
-  checkSolved(ctx);
-  autosave(ctx, false);
+  if (dialogOpen()) handleDialog(ctx, settings);
 
+  if (solved() && ctx.time - solvedAt_ >= kSolvedPause) {
+    GameState next;
+    next.screen = ScreenKind::Solved;
+    next.levelId = puzzle_.levelId;
+    next.rows = puzzle_.rows;
+    next.cols = puzzle_.cols;
+    next.elapsedMs = puzzle_.elapsedMs;
+    Game::instance().replace(next);
+  }
+}
+
+void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {
   easePieces(ctx.dt);
   if (!paused_) {
     // Piece textures are painted at twice the resolution from 150 % zoom on.
@@ -65,17 +82,6 @@ void PlayingScreen::update(Ctx& ctx) {
   drawHints(ctx, settings);
   if (solved()) drawSolvedBanner(ctx);
   if (paused_) drawPause(ctx);
-  if (dialog_ != Dialog::None) handleDialog(ctx, settings);
-
-  if (solved() && ctx.time - solvedAt_ >= kSolvedPause) {
-    GameState next;
-    next.screen = ScreenKind::Solved;
-    next.levelId = puzzle_.levelId;
-    next.rows = puzzle_.rows;
-    next.cols = puzzle_.cols;
-    next.elapsedMs = puzzle_.elapsedMs;
-    Game::instance().replace(next);
-  }
 }
 
 void PlayingScreen::firstFrame(const Ctx& ctx, const store::Settings& settings) {
@@ -140,19 +146,10 @@ void PlayingScreen::autosave(const Ctx& ctx, bool force) {
 }
 
 // The clock is part of the game: leaving saves it even without a move.
-// Started straight into play (from the command line) there is nothing to go
-// back to: the menu takes its place.
 void PlayingScreen::leave(const Ctx& ctx) {
   dirty_ = true;
   autosave(ctx, true);
-  Game& game = Game::instance();
-  if (game.stack().size() > 1) {
-    game.pop();
-  } else {
-    GameState menu;
-    menu.screen = ScreenKind::Menu;
-    game.resetTo(menu);
-  }
+  Game::instance().back();
 }
 
 void PlayingScreen::handleDialog(Ctx& ctx, const store::Settings& settings) {

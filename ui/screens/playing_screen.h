@@ -47,6 +47,7 @@ class PlayingScreen : public Screen {
   void checkSolved(const Ctx& ctx);
   void autosave(const Ctx& ctx, bool force);
   void leave(const Ctx& ctx);
+  void drawScreen(Ctx& ctx, const store::Settings& settings);
   void handleDialog(Ctx& ctx, const store::Settings& settings);
   void restartGame(const store::Settings& settings);
   void shuffleGame(const store::Settings& settings);
@@ -54,7 +55,7 @@ class PlayingScreen : public Screen {
   // Input (playing_input.cpp).
   void handleInput(Ctx& ctx, store::Settings& settings);
   void handleKeys(Ctx& ctx, const store::Settings& settings);
-  void handlePausedKeys(Ctx& ctx);
+  void handlePausedKeys(const Ctx& ctx);
   void handlePointer(Ctx& ctx, const store::Settings& settings);
   void pickUp(core::Piece& piece, double bx, double by, const store::Settings& settings);
   void dropHeld(const Ctx& ctx, const store::Settings& settings);

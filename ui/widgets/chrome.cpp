@@ -1,5 +1,7 @@
 #include "ui/widgets/chrome.h"
 
+#include <SDL_keycode.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -47,7 +49,7 @@ bool backButton(Ctx& ctx) {
   const Rect r = backButtonRect(ctx);
   const std::string label = "\u2039 " + i18n::tr("common.back");
   const bool hovered = ctx.hover(r);
-  const bool clicked = pressWidget(ctx, r, label);
+  const bool clicked = pressWidget(ctx, r, label) || ctx.in.hasKey(SDLK_ESCAPE);
 
   TextStyle style = labelStyle(16, false, kColorAccent, r.w);
   style.alpha = hovered ? 1.0 : 0.9;

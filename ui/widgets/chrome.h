@@ -9,6 +9,8 @@
 namespace ui {
 
 Rect backButtonRect(const Ctx& ctx);
+// True when clicked, or when Escape was pressed this frame: both lead the
+// caller to Game::back() (after whatever it must do on leaving).
 bool backButton(Ctx& ctx);
 // Draws the back button and the centred title; returns the header height.
 // `backClicked` may be null.
