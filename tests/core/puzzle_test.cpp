@@ -181,6 +181,7 @@ TEST(Puzzle, EveryLayoutWindowAndDifficultyIsLaidOutAndPlayedToTheSolve) {
         if (!scroll) p.bringToFront(*piece);
         EXPECT_TRUE(scroll || p.hitTest(piece->x + p.cellW / 2 + p.pad, piece->y + p.cellH / 2 + p.pad) == piece);
         while (piece->rotation != 0) p.rotate(*piece, store::RotationMode::Rot90);
+        EXPECT_FALSE(p.solved());
         p.targetOf(*piece, &tx, &ty);
         piece->inTray = false;
         piece->x = tx + 0.3 * p.snapThreshold();
