@@ -1,0 +1,69 @@
+// The JSON dialect of the game's files, read leniently and written compact.
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "js/json.h"
+
+namespace {
+
+// What the reader makes of a text, shown as the text it writes back.
+std::string readBack(const std::string& text) {
+  js::Value v;
+  return js::tryParse(text, &v) ? v.dump() : "refused";
+}
+
+// Lenient: what follows the document is ignored, the last repeated key wins,
+// numbers are strtod's, stray \u digits count as 0, lone surrogates and raw
+// bytes stand. Refused, without a crash: comments, a byte order mark, stray
+// commas, bare keys, cut-off text and nesting deeper than 512.
+TEST(Json, TheLenientDialectIsReadAsTheGameExpects) {
+  struct Case { std::string text, written; };
+  const Case kCases[] = {
+      {"{\"b\":[1,2.5],\"a\":null} and then garbage", "{\"a\":null,\"b\":[1,2.5]}"}, {"truex", "true"},
+      {" \t\r\n[ 1 ,\n2\t]", "[1,2]"}, {"[ ]", "[]"}, {"{\"k\":[1],\"k\":[2]}", "{\"k\":[2]}"}, {"null", "null"},
+      {"[+1,.5,5.,0x10,007,-1.5e3,1e999]", "[1,0.5,5,16,7,-1500,inf]"},
+      {"\"\\\"\\\\\\/\\b\\f\\n\\r\\t\"", "\"\\\"\\\\/\\u0008\\u000c\\n\\r\\t\""},
+      {"\"\\u00e9\\ud83d\\ude00\\ud83d\\u0041\"", "\"\xC3\xA9\xF0\x9F\x98\x80\xED\xA0\xBD" "A\""},
+      {"\"\\u0g41\"", "\"A\""}, {"\"a\xFF\tb\"", "\"a\xFF\\tb\""},
+      {std::string(512, '[') + std::string(512, ']'), std::string(512, '[') + std::string(512, ']')},
+      {"", "refused"}, {" ", "refused"}, {"\xEF\xBB\xBF{}", "refused"}, {"// note\n{}", "refused"},
+      {"nul", "refused"}, {"True", "refused"}, {"nan", "refused"}, {"-", "refused"}, {"]", "refused"},
+      {"[1,]", "refused"}, {"{\"a\":1,}", "refused"}, {"[1 2]", "refused"}, {"{a:1}", "refused"},
+      {"[1", "refused"}, {"{\"a\":", "refused"}, {"\"abc", "refused"}, {"\"\\x41\"", "refused"},
+      {"\"\\u12", "refused"}, {"\"\\ud83d\\ude0\"", "refused"},
+      {std::string(513, '[') + std::string(513, ']'), "refused"}, {std::string(1000000, '['), "refused"},
+  };
+  for (const Case& c : kCases) EXPECT_EQ(readBack(c.text), c.written) << c.text.substr(0, 40);
+}
+
+// Whatever the game builds is written so that it reads back the same: every
+// byte of keys and strings, every double, and the nesting.
+TEST(Json, WhatIsWrittenReadsBackTheSame) {
+  std::string all;
+  for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+  js::Value doc;
+  doc.set(all, all);
+  for (const double n : {0.1, 1.0 / 3, -123.456e-10, 1e15, 1e17, 5e-324, 1700000000123.0, -2.5}) {
+    doc.member("numbers").push(n);
+  }
+  doc.member("z").push(js::Value::makeObject()).set("x", true);
+  const js::Value back = js::parse(doc.dump());
+  EXPECT_EQ(back[all].string, all);
+  for (size_t i = 0; i < doc["numbers"].size(); ++i) EXPECT_EQ(back["numbers"][i].number, doc["numbers"][i].number);
+  EXPECT_EQ(back.dump(), doc.dump());
+  EXPECT_TRUE(back["z"][0ul]["x"].boolean);
+}
+
+// Numbers from a file become integers rounded half up, saturated rather than
+// overflowing, and anything else gives the caller's default.
+TEST(Json, NumbersBecomeIntegersRoundedHalfUpAndSaturated) {
+  struct Case { const char* text; int asInt; };
+  const Case kCases[] = {{"2.5", 3},        {"-2.5", -2},      {"1280.6", 1281},  {"-0.4", 0},
+                         {"1e300", INT_MAX}, {"-1e300", INT_MIN}, {"2147483648", INT_MAX}, {"-nan", 7},
+                         {"\"5\"", 7},      {"true", 7}};
+  for (const Case& c : kCases) EXPECT_EQ(js::parse(c.text).asInt(7), c.asInt) << c.text;
+  EXPECT_EQ(js::parse("1e19").asInt64(0), LLONG_MAX);
+}
+
+}  // namespace
