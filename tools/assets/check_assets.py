@@ -9,8 +9,8 @@ Usage: tools/assets/check_assets.py [levels|fonts|audio|credits ...]
 
 With no argument every part is checked. Each make_*.py runs the part for what
 it made; run this by hand after changing assets/ any other way. Prints every
-fault and exits with 1 when there is one. Needs ImageMagick, sox (with
-libsox-fmt-all for Ogg Vorbis), python3-numpy and python3-fonttools."""
+fault and exits with 1 when there is one. Needs ImageMagick, sox,
+fontconfig, python3-numpy and python3-fonttools."""
 
 import os
 import subprocess
