@@ -1,8 +1,6 @@
 // Fixture for tests that lay catalogue texts out in the shipped fonts alone:
 // fontconfig knows the three bundled files and nothing else.
 #pragma once
-
-#include <cairo.h>
 #include <gtest/gtest.h>
 #include <pango/pangocairo.h>
 
@@ -10,20 +8,16 @@
 #include <string>
 
 #include "i18n/i18n.h"
-#include "platform/fs.h"
 #include "tests/support/font_support.h"
 #include "ui/text.h"
 
 namespace i18ntest {
 
-class ShippedFonts : public ::testing::Test {
- protected:
+struct ShippedFonts : ::testing::Test {
   void SetUp() override {
-    const std::string cjk = testsupport::shippedAssetRoot() + "/assets/fonts/QuillmossPuzzleCJK.ttf";
-    ASSERT_TRUE(platform::fs::isFile(cjk)) << "the CJK font is missing from the asset tree";
     testsupport::useShippedAssets();
     testsupport::isolateFonts();
-    ASSERT_TRUE(ui::registerBundledFonts());
+    ASSERT_TRUE(ui::registerBundledFonts()) << "a font is missing below " << testsupport::shippedAssetRoot();
   }
 };
 
@@ -32,17 +26,19 @@ inline std::string filled(const std::string& key) {
   return i18n::tr(key, {{"count", "110"}, {"prev", "3"}, {"level", "4"}, {"time", "1:02:03"}});
 }
 
-// A pango layout in the interface's font family, owned with its surface.
+// A pango layout in the interface's font family, and a context to measure in.
 class Layout {
  public:
-  Layout(double size, bool bold)
-      : surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 8, 8)),
-        cr_(cairo_create(surface_.get())),
-        layout_(pango_cairo_create_layout(cr_.get())) {
-    std::unique_ptr<PangoFontDescription, FontDeleter> font(pango_font_description_from_string(ui::kUiFontFamily));
-    pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);
-    pango_font_description_set_weight(font.get(), bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-    pango_layout_set_font_description(layout_.get(), font.get());
+  Layout(double size, bool bold) {
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 8, 8);
+    cr_.reset(cairo_create(surface));
+    cairo_surface_destroy(surface);  // the context keeps it alive
+    layout_.reset(pango_cairo_create_layout(cr_.get()));
+    PangoFontDescription* font = pango_font_description_from_string(ui::kUiFontFamily);
+    pango_font_description_set_absolute_size(font, size * PANGO_SCALE);
+    pango_font_description_set_weight(font, bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_layout_set_font_description(layout_.get(), font);
+    pango_font_description_free(font);
   }
   cairo_t* cr() const { return cr_.get(); }
   PangoLayout* set(const std::string& text) {
@@ -51,21 +47,8 @@ class Layout {
   }
 
  private:
-  struct SurfaceDeleter {
-    void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
-  };
-  struct ContextDeleter {
-    void operator()(cairo_t* c) const { cairo_destroy(c); }
-  };
-  struct LayoutDeleter {
-    void operator()(PangoLayout* l) const { g_object_unref(l); }
-  };
-  struct FontDeleter {
-    void operator()(PangoFontDescription* d) const { pango_font_description_free(d); }
-  };
-  std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface_;
-  std::unique_ptr<cairo_t, ContextDeleter> cr_;
-  std::unique_ptr<PangoLayout, LayoutDeleter> layout_;
+  std::unique_ptr<cairo_t, void (*)(cairo_t*)> cr_{nullptr, cairo_destroy};
+  std::unique_ptr<PangoLayout, void (*)(gpointer)> layout_{nullptr, g_object_unref};
 };
 
 }  // namespace i18ntest

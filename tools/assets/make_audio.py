@@ -18,6 +18,7 @@ import wave
 import numpy as np
 from scipy.signal import lfilter
 
+import check_assets
 from common import ASSETS, need_tools, run
 
 RATE = 44100
@@ -343,6 +344,7 @@ def main():
     for f in sorted(os.listdir(out_dir)):
         length = subprocess.run(["soxi", "-D", os.path.join(out_dir, f)], capture_output=True, text=True).stdout
         print(f"{f:18} {float(length):7.3f} s")
+    check_assets.main(["audio"])
 
 
 if __name__ == "__main__":

@@ -23,6 +23,7 @@ assets/fonts/OFL.txt) and this file carry no line."""
 
 import os
 
+import check_assets
 from common import ASSETS, die
 from make_audio import MUSIC_TITLE
 from pictures import LICENSE_TEXTS, PICTURES
@@ -105,6 +106,7 @@ def main():
     with open(os.path.join(ASSETS, "CREDITS.tsv"), "w", encoding="utf-8") as f:
         f.write("\n".join(lines) + "\n")
     print(f"{len(rows)} credits")
+    check_assets.main(["credits"])
 
 
 if __name__ == "__main__":

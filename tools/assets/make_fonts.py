@@ -26,6 +26,7 @@ from fontTools.pens.cu2quPen import Cu2QuPen
 from fontTools.pens.ttGlyphPen import TTGlyphPen
 from fontTools.ttLib import TTCollection, TTFont, newTable
 
+import check_assets
 from common import ASSETS, REPO, die, license_from_copyright
 
 DEJAVU_DIR = "/usr/share/fonts/truetype/dejavu"
@@ -290,6 +291,7 @@ def main():
 
     print(f"{len(files)} catalogue files, {len(used)} distinct characters; "
           f"{OUT_NAME}: {len(have)} characters, {os.path.getsize(out) / 1e6:.2f} MB")
+    check_assets.main(["fonts"])
 
 
 if __name__ == "__main__":

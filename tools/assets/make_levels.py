@@ -13,6 +13,7 @@ import os
 import shutil
 import tempfile
 
+import check_assets
 from common import (ASSETS, catalogue_sizes, common_license, copyright_path, die, license_from_copyright,
                     need_tools, run, unpack_packages)
 from pictures import LICENSE_TEXTS, PACKAGES, PICTURES
@@ -125,6 +126,7 @@ def main():
     finally:
         if not args.cache:
             shutil.rmtree(cache, ignore_errors=True)
+    check_assets.main(["levels"])
 
 
 if __name__ == "__main__":
