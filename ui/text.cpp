@@ -107,6 +107,46 @@ PangoLayout* layOutFitted(cairo_t* cr, const std::string& text, const TextStyle&
   return layOut(cr, text, style, std::max(style.maxWidth / w, style.minScale));
 }
 
+// Paragraph settings on the shared layout. They are taken off again by
+// endParagraph before anyone else lays text out on it.
+void wrapTo(PangoLayout* layout, double width, int maxLines, bool cut) {
+  pango_layout_set_width(layout, static_cast<int>(width * PANGO_SCALE));
+  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+  pango_layout_set_alignment(layout, PANGO_ALIGN_CENTER);
+  pango_layout_set_height(layout, cut ? -maxLines : -1);
+  pango_layout_set_ellipsize(layout, cut ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
+}
+
+void endParagraph(PangoLayout* layout) {
+  pango_layout_set_width(layout, -1);
+  pango_layout_set_height(layout, -1);
+  pango_layout_set_ellipsize(layout, PANGO_ELLIPSIZE_NONE);
+  pango_layout_set_alignment(layout, PANGO_ALIGN_LEFT);
+}
+
+struct Paragraph {
+  PangoLayout* layout;
+  double width;
+  double scale;
+};
+
+// Wrapping comes before shrinking: a long message reads better on three lines
+// at full size than on two in small print. The font then steps down by 5 %
+// until the lines fit, and at the smallest size the last line is cut.
+Paragraph layOutParagraph(cairo_t* cr, const std::string& text, const TextStyle& style, double width, int maxLines) {
+  constexpr double kStep = 0.05;
+  width = std::max(width, 1.0);
+  for (double scale = 1.0;; scale -= kStep) {
+    PangoLayout* layout = layOut(cr, text, style, scale);
+    wrapTo(layout, width, maxLines, false);
+    if (maxLines <= 0 || pango_layout_get_line_count(layout) <= maxLines) return Paragraph{layout, width, scale};
+    if (scale - kStep < style.minScale) {
+      wrapTo(layout, width, maxLines, true);
+      return Paragraph{layout, width, scale};
+    }
+  }
+}
+
 void show(cairo_t* cr, PangoLayout* layout, double x, double y, const TextStyle& style) {
   setColor(cr, style.color, style.alpha);
   cairo_move_to(cr, x, y);
@@ -151,21 +191,27 @@ void measureText(cairo_t* cr, const std::string& text, const TextStyle& style, d
   layoutSize(layOutFitted(cr, text, style), w, h);
 }
 
+ParagraphFit fitParagraph(cairo_t* cr, const std::string& text, const TextStyle& style, double width,
+                          int maxLines) {
+  ParagraphFit fit;
+  if (text.empty()) return fit;
+  Paragraph p = layOutParagraph(cr, text, style, width, maxLines);
+  fit.lines = pango_layout_get_line_count(p.layout);
+  fit.scale = p.scale;
+  fit.cut = pango_layout_is_ellipsized(p.layout);
+  layoutSize(p.layout, nullptr, &fit.height);
+  endParagraph(p.layout);
+  return fit;
+}
+
 double drawTextWrapped(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style,
-                       double width) {
+                       double width, int maxLines) {
   if (text.empty()) return 0;
-  PangoLayout* layout = layOut(cr, text, style, 1.0);
-  // The layout is shared by every one-line call, so the paragraph settings
-  // are taken off again before anyone else lays text out.
-  width = std::max(width, 1.0);
-  pango_layout_set_width(layout, static_cast<int>(width * PANGO_SCALE));
-  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
-  pango_layout_set_alignment(layout, PANGO_ALIGN_CENTER);
+  Paragraph p = layOutParagraph(cr, text, style, width, maxLines);
   double h = 0;
-  layoutSize(layout, nullptr, &h);
-  show(cr, layout, cx - width * 0.5, cy - h * 0.5, style);
-  pango_layout_set_width(layout, -1);
-  pango_layout_set_alignment(layout, PANGO_ALIGN_LEFT);
+  layoutSize(p.layout, nullptr, &h);
+  show(cr, p.layout, cx - p.width * 0.5, cy - h * 0.5, style);
+  endParagraph(p.layout);
   return h;
 }
 

@@ -77,7 +77,7 @@ const Entry kEntries_da[kKeyCount] = {
     {"settings.boardZoom_pinch", "Knib"},
     {"settings.boardZoom_wheel", "Musehjul"},
     {"settings.brightness", "Lysstyrke"},
-    {"settings.colorCustom", "Egen farve"},
+    {"settings.colorCustom", "Egen farve…"},
     {"settings.colorDefault", "Standard"},
     {"settings.difficulty", "Sværhedsgrad"},
     {"settings.gridColor", "Gitterfarve"},

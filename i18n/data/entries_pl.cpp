@@ -79,7 +79,7 @@ const Entry kEntries_pl[kKeyCount] = {
     {"settings.boardZoom_pinch", "Szczypanie"},
     {"settings.boardZoom_wheel", "Kółko myszy"},
     {"settings.brightness", "Jasność"},
-    {"settings.colorCustom", "Własny kolor"},
+    {"settings.colorCustom", "Własny kolor…"},
     {"settings.colorDefault", "Domyślny"},
     {"settings.difficulty", "Poziom trudności"},
     {"settings.gridColor", "Kolor siatki"},

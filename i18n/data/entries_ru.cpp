@@ -65,7 +65,7 @@ const Entry kEntries_ru[kKeyCount] = {
     {"playing.letterUndo", "О"},
     {"playing.pause", "Пауза"},
     {"playing.pieceRotateHint", "Поворот детали: коснитесь вторым пальцем или удерживайте"},
-    {"playing.rotateHint", "Лучше в альбомной ориентации – поверните устройство"},
+    {"playing.rotateHint", "Лучше в альбомной ориентации — поверните устройство"},
     {"playing.rotateHintMouse", "Поворот детали: правая кнопка мыши"},
     {"settings.bgColor", "Цвет фона"},
     {"settings.boardColor", "Цвет поля"},
@@ -79,7 +79,7 @@ const Entry kEntries_ru[kKeyCount] = {
     {"settings.boardZoom_pinch", "Щипок"},
     {"settings.boardZoom_wheel", "Колесо мыши"},
     {"settings.brightness", "Яркость"},
-    {"settings.colorCustom", "Свой цвет"},
+    {"settings.colorCustom", "Свой цвет…"},
     {"settings.colorDefault", "Обычный"},
     {"settings.difficulty", "Сложность"},
     {"settings.gridColor", "Цвет сетки"},
@@ -104,7 +104,7 @@ const Entry kEntries_ru[kKeyCount] = {
     {"settings.trayBorderColor", "Рамка лотка"},
     {"solved.backToMenu", "В меню"},
     {"solved.time", "Время: {{time}}"},
-    {"solved.title", "Собрано!"},
+    {"solved.title", "Пазл собран!"},
 };
 
 }  // namespace i18n_data

@@ -77,7 +77,7 @@ const Entry kEntries_sv[kKeyCount] = {
     {"settings.boardZoom_pinch", "Nyp"},
     {"settings.boardZoom_wheel", "Mushjul"},
     {"settings.brightness", "Ljusstyrka"},
-    {"settings.colorCustom", "Egen färg"},
+    {"settings.colorCustom", "Egen färg…"},
     {"settings.colorDefault", "Standard"},
     {"settings.difficulty", "Svårighetsgrad"},
     {"settings.gridColor", "Rutnätets färg"},

@@ -77,7 +77,7 @@ const Entry kEntries_tr[kKeyCount] = {
     {"settings.boardZoom_pinch", "Kıstırma"},
     {"settings.boardZoom_wheel", "Fare tekerleği"},
     {"settings.brightness", "Parlaklık"},
-    {"settings.colorCustom", "Özel renk"},
+    {"settings.colorCustom", "Özel renk…"},
     {"settings.colorDefault", "Varsayılan"},
     {"settings.difficulty", "Zorluk"},
     {"settings.gridColor", "Izgara rengi"},

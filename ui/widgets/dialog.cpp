@@ -32,17 +32,36 @@ constexpr int32_t kKeyEscape = 27;
 
 constexpr double kBoxMaxW = 360, kBoxH = 220;
 constexpr double kButtonH = 46;
+constexpr double kTextInset = 24;  // on each side of title and message
+constexpr int kTitleLines = 2, kMessageLines = 3;
 
+TextStyle titleStyle() { return labelStyle(20, true, kColorAccent, 0); }
+TextStyle messageStyle() { return labelStyle(15, false, kColorText, 0); }
+
+// The box is sized for a one-line title and message; every further line of
+// either makes it taller by that line, and the buttons move down with it.
+// The box stays centred in the window.
 struct DialogRects {
   Rect box, cancel, confirm;
+  double titleY = 0, messageY = 0;  // centres of the two text blocks
 };
 
-DialogRects dialogRects(const Ctx& ctx) {
+double extraLines(const ParagraphFit& fit) {
+  return fit.lines > 1 ? fit.height * (fit.lines - 1) / fit.lines : 0;
+}
+
+DialogRects dialogRects(const Ctx& ctx, const std::string& title, const std::string& message) {
   DialogRects d;
   const double w = std::min(ctx.width - 64, kBoxMaxW);
-  d.box = Rect{(ctx.width - w) * 0.5, (ctx.height - kBoxH) * 0.5, w, kBoxH};
+  const double textW = w - 2 * kTextInset;
+  const double titleExtra = extraLines(fitParagraph(ctx.cr, title, titleStyle(), textW, kTitleLines));
+  const double messageExtra = extraLines(fitParagraph(ctx.cr, message, messageStyle(), textW, kMessageLines));
+  const double h = kBoxH + titleExtra + messageExtra;
+  d.box = Rect{(ctx.width - w) * 0.5, (ctx.height - h) * 0.5, w, h};
+  d.titleY = d.box.y + 40 + titleExtra * 0.5;
+  d.messageY = d.box.y + 100 + titleExtra + messageExtra * 0.5;
   const double bw = (w - 60) * 0.5;
-  const double by = d.box.y + kBoxH - 66;
+  const double by = d.box.y + h - 66;
   d.cancel = Rect{d.box.x + 20, by, bw, kButtonH};
   d.confirm = Rect{d.cancel.x + bw + 20, by, bw, kButtonH};
   return d;
@@ -77,16 +96,16 @@ void drawDialogButton(Ctx& ctx, const Rect& r, const std::string& label, const B
 
 int confirmDialog(Ctx& ctx, const std::string& title, const std::string& message, const std::string& confirmLabel,
                   const std::string& cancelLabel) {
-  const DialogRects d = dialogRects(ctx);
+  const DialogRects d = dialogRects(ctx, title, message);
   const int result = decide(ctx, d, confirmLabel, cancelLabel);
 
   cairo_t* cr = ctx.cr;
   fillRect(cr, Rect{0, 0, ctx.width, ctx.height}, 0x000000, 0.7);
   drawBox(cr, d.box, 18, BoxLook{kColorPanel, 1.0, kColorBorder, 1.0});
   const double cx = d.box.x + d.box.w * 0.5;
-  const double textW = d.box.w - 48;
-  drawTextCentered(cr, cx, d.box.y + 40, title, labelStyle(20, true, kColorAccent, textW));
-  drawTextWrapped(cr, cx, d.box.y + 100, message, labelStyle(15, false, kColorText, 0), textW);
+  const double textW = d.box.w - 2 * kTextInset;
+  drawTextWrapped(cr, cx, d.titleY, title, titleStyle(), textW, kTitleLines);
+  drawTextWrapped(cr, cx, d.messageY, message, messageStyle(), textW, kMessageLines);
   drawDialogButton(ctx, d.cancel, cancelLabel,
                    BoxLook{kColorBackground, ctx.hover(d.cancel) ? 1.0 : 0.9, kColorBorder, 1.0}, kColorText);
   drawDialogButton(ctx, d.confirm, confirmLabel, BoxLook{kColorAccent, ctx.hover(d.confirm) ? 1.0 : 0.92, 0, 0},
