@@ -26,8 +26,10 @@ TEST(Sound, MissingDevicesAndFilesStaySilent) {
     EXPECT_EQ(audio::ready(), opens);
     audio::setSfxVolume(1);
     audio::setEnabled(false);
-    audio::setEnabled(true);
     audio::startMusic();
+    for (audio::Sfx s : audio::kAllSfx) audio::play(s);
+    EXPECT_EQ(Mix_Playing(-1), 0) << "sound switched off";
+    audio::setEnabled(true);
     for (audio::Sfx s : audio::kAllSfx) audio::play(s);
     EXPECT_EQ(Mix_Playing(-1), opens ? 1 : 0) << "the click, and only on a device";
     EXPECT_EQ(Mix_PlayingMusic(), 0);
