@@ -1,0 +1,87 @@
+// The shell's own rules: the command line, where the window opens, what each event does.
+#include <gtest/gtest.h>
+
+#include <tuple>
+#include <vector>
+
+#include "app/cmdline.h"
+#include "app/events.h"
+#include "app/window_geometry.h"
+
+namespace {
+
+// Left to right: the first --version or --help decides; --size takes the
+// next argument as its value, whatever it is.
+TEST(CommandLine, OptionsApplyLeftToRight) {
+  struct Case { std::vector<const char*> args; app::InfoRequest info; bool sized, fullscreen; int w, h; };
+  const Case kCases[] = {
+      {{"game", "--help", "--version"}, app::InfoRequest::Help, false, false, 1280, 800},
+      {{"game", "--size", "640x480", "--version"}, app::InfoRequest::Version, true, false, 640, 480},
+      {{"game", "--size", "639x480"}, app::InfoRequest::None, false, false, 1280, 800},
+      {{"game", "--size", "foo", "--fullscreen"}, app::InfoRequest::None, false, true, 1280, 800},
+      {{"game", "--size", "--fullscreen"}, app::InfoRequest::None, false, false, 1280, 800},
+      {{"game", "--fullscreen", "--windowed", "--size"}, app::InfoRequest::None, false, false, 1280, 800},
+      {{"game", "--size", "1000x700", "--size", "100x100"}, app::InfoRequest::None, true, false, 1000, 700},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(testing::PrintToString(c.args));
+    const int argc = static_cast<int>(c.args.size());
+    store::Settings s;
+    EXPECT_EQ(app::findInfoRequest(argc, c.args.data()), c.info);
+    const bool sized = app::applyWindowOptions(argc, c.args.data(), s);
+    EXPECT_EQ(std::make_tuple(sized, s.fullscreen, s.windowW, s.windowH),
+              std::make_tuple(c.sized, c.fullscreen, c.w, c.h));
+  }
+}
+
+TEST(WindowGeometry, TheWindowOpensWhereItCanBeReached) {
+  const SDL_Rect screen{0, 0, 1920, 1040}, second{1920, 24, 1280, 1000}, empty{0, 0, 0, 1080};
+  constexpr int C = SDL_WINDOWPOS_CENTERED;
+  struct Case { int x, y, w, h; bool fromCommandLine; const SDL_Rect* area; int px, py, pw, ph; };
+  const Case kCases[] = {
+      {100, 100, 3000, 2000, true, &screen, C, C, 3000, 2000},  // asked for: exact and centred
+      {-1, -1, 3000, 2000, false, &screen, C, C, 1900, 960},    // stored: shrunk into the area
+      {-1, 200, 800, 600, false, &screen, C, C, 800, 600},      // never placed: centred
+      {200, -1, 800, 600, false, &screen, 200, 30, 800, 600},   // y of -1 alone is a position
+      {1900, 40, 800, 600, false, &second, 1920, 54, 800, 600},  // title bar below the panel
+      {3000, 900, 800, 600, false, &second, 2400, 424, 800, 600},
+      {-500, -20, 5000, 4000, false, &empty, -500, -20, 5000, 4000},  // no area known
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(testing::Message() << c.x << "," << c.y << " " << c.w << "x" << c.h);
+    store::Settings s;
+    std::tie(s.windowX, s.windowY, s.windowW, s.windowH) = std::tie(c.x, c.y, c.w, c.h);
+    const app::WindowPlacement p = app::placeWindow(s, c.fromCommandLine, c.area);
+    EXPECT_EQ(std::make_tuple(p.x, p.y, p.w, p.h), std::make_tuple(c.px, c.py, c.pw, c.ph));
+  }
+}
+
+// From a windowed, not maximised game. F11 and Ctrl+Q are the shell's own;
+// the size of a maximised or fullscreen window is not kept.
+TEST(Events, EachEventGoesWhereItBelongs) {
+  struct Case { Uint32 type; int what; Uint16 mod; Uint32 flags; size_t keys; bool running, full; int w; bool max; };
+  const Case kCases[] = {
+      {SDL_KEYDOWN, SDLK_F11, 0, 0, 0, true, true, 1280, false},
+      {SDL_KEYDOWN, SDLK_q, 0, 0, 1, true, false, 1280, false},
+      {SDL_KEYDOWN, SDLK_q, KMOD_RCTRL, 0, 0, false, false, 1280, false},
+      {SDL_QUIT, 0, 0, 0, 0, false, false, 1280, false},
+      {SDL_WINDOWEVENT, SDL_WINDOWEVENT_SIZE_CHANGED, 0, 0, 0, true, false, 1024, false},  // kept for next time
+      {SDL_WINDOWEVENT, SDL_WINDOWEVENT_SIZE_CHANGED, 0, SDL_WINDOW_MAXIMIZED, 0, true, false, 1280, false},
+      {SDL_WINDOWEVENT, SDL_WINDOWEVENT_SIZE_CHANGED, 0, SDL_WINDOW_FULLSCREEN_DESKTOP, 0, true, false, 1280, false},
+      {SDL_WINDOWEVENT, SDL_WINDOWEVENT_MAXIMIZED, 0, SDL_WINDOW_MAXIMIZED, 0, true, false, 1280, true},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(testing::Message() << c.type << " " << c.what << " flags " << c.flags);
+    SDL_Event e{c.type};
+    if (c.type == SDL_KEYDOWN) e.key.keysym = SDL_Keysym{SDL_SCANCODE_UNKNOWN, c.what, c.mod, 0};
+    if (c.type == SDL_WINDOWEVENT) std::tie(e.window.event, e.window.data1) = std::make_tuple(c.what, 1024);
+    ui::Input in;
+    store::Settings s;
+    app::LoopState loop;
+    app::handleEvent(e, 1.0, c.flags, in, s, loop);
+    EXPECT_EQ(std::make_tuple(in.keys.size(), loop.running, s.fullscreen, s.windowW, s.maximized),
+              std::make_tuple(c.keys, c.running, c.full, c.w, c.max));
+  }
+}
+
+}  // namespace

@@ -1,0 +1,123 @@
+// Where the game finds its folders, what a broken picture or a crash leaves
+// behind, and the seal every existing save depends on.
+#include <gtest/gtest.h>
+#include <stb_image_write.h>
+
+#include <array>
+#include <csignal>
+#include <memory>
+#include <vector>
+
+#include "platform/crash.h"
+#include "platform/fs.h"
+#include "platform/image.h"
+#include "platform/paths.h"
+#include "platform/seal.h"
+#include "tests/support/test_support.h"
+
+namespace {
+
+using testsupport::ScopedEnv;
+using testsupport::TempDir;
+
+// First match wins. Values are folders in a temporary one; null unsets a
+// variable, "" leaves it set but empty.
+TEST(Paths, FoldersFollowTheEnvironmentInOrder) {
+  TempDir t;
+  for (const char* root : {"snap/usr/share/tessellatrix", "appdir/usr/share/tessellatrix", "mine"}) {
+    platform::fs::ensureDir(t.file(root) + "/assets/fonts");
+    platform::fs::ensureDir(t.file(root) + "/assets/levels");
+  }
+  platform::fs::ensureDir(t.file("half/usr/share/tessellatrix/assets/fonts"));  // no levels: no asset root
+  const char* const kVars[] = {"XDG_DATA_HOME", "XDG_CACHE_HOME", "HOME", "SNAP", "APPDIR", "TESSELLATRIX_ASSET_DIR"};
+  struct Case { std::string (*resolve)(); std::array<const char*, 6> env; const char* expected; };
+  const Case kCases[] = {
+      {paths::resolveDataDir, {"x", "c", "h"}, "x/tessellatrix"},
+      {paths::resolveDataDir, {"", "c", "h"}, "h/.local/share/tessellatrix"},
+      {paths::resolveCacheDir, {"x", "c", "h"}, "c/tessellatrix"},
+      {paths::resolveCacheDir, {"x", nullptr, "h"}, "h/.cache/tessellatrix"},
+      {paths::resolveAssetDir, {nullptr, nullptr, nullptr, "snap", "appdir", "mine"}, "snap/usr/share/tessellatrix"},
+      {paths::resolveAssetDir, {nullptr, nullptr, nullptr, "", "appdir", "mine"}, "appdir/usr/share/tessellatrix"},
+      {paths::resolveAssetDir, {nullptr, nullptr, nullptr, "half", nullptr, "mine"}, "mine"},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.expected);
+    std::vector<std::unique_ptr<ScopedEnv>> env;
+    for (size_t i = 0; i < c.env.size(); ++i) {
+      const char* v = c.env[i];
+      env.push_back(std::make_unique<ScopedEnv>(kVars[i], v ? std::optional(*v ? t.file(v) : "") : std::nullopt));
+    }
+    EXPECT_EQ(c.resolve(), t.file(c.expected));
+    EXPECT_TRUE(platform::fs::isDir(t.file(c.expected))) << "created with every missing parent";
+  }
+}
+
+TEST(Images, APictureIsReducedToFitButNeverEnlarged) {
+  struct Case { int w, h, maxW, maxH, shownW, shownH; };
+  const Case kCases[] = {
+      {400, 300, 100, 100, 100, 75}, {100, 80, 1000, 1000, 100, 80},  // reduced, never enlarged
+      {100, 80, 50, 0, 100, 80},     {1000, 1, 100, 100, 100, 1},     // no bound; at least one row
+  };
+  TempDir t;
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(testing::Message() << c.w << "x" << c.h << " into " << c.maxW << "x" << c.maxH);
+    std::vector<unsigned char> red(static_cast<size_t>(c.w) * c.h * 3, 0);
+    for (size_t i = 0; i < red.size(); i += 3) red[i] = 255;
+    ASSERT_NE(stbi_write_png(t.file("p.png").c_str(), c.w, c.h, 3, red.data(), c.w * 3), 0);
+    cairo_surface_t* s = platform::loadImage(t.file("p.png"), c.maxW, c.maxH);
+    ASSERT_NE(s, nullptr);
+    EXPECT_EQ(cairo_image_surface_get_width(s), c.shownW);
+    EXPECT_EQ(cairo_image_surface_get_height(s), c.shownH);
+    EXPECT_EQ(*reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(s)) & 0xFFFFFF, 0xFF0000u);
+    cairo_surface_destroy(s);
+  }
+}
+
+TEST(Images, AFileThatIsNoPictureGivesNothingAndOneLine) {
+  TempDir t;
+  const std::vector<unsigned char> px(64 * 48 * 3, 90);
+  stbi_write_png(t.file("ok.png").c_str(), 64, 48, 3, px.data(), 64 * 3);
+  const std::string png = testsupport::readFile(t.file("ok.png"));
+  for (const std::string& path : {t.file("missing.jpg"), t.write("empty.jpg", ""), t.write("text.png", "no picture"),
+                                  t.write("half.png", png.substr(0, png.size() / 2))}) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(platform::loadImage(path, 0, 0), nullptr) << path;
+    const std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(err.rfind("[image] " + path + " nicht lesbar: ", 0), 0u) << err;
+    EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
+  }
+}
+
+// A fatal signal leaves a report naming it and the last note, and the game
+// still dies by that signal. Without a runtime folder it goes to the data one.
+TEST(CrashReport, AFatalSignalLeavesAReport) {
+  struct Case { int sig; std::string note; bool runtimeDir; std::string says; };
+  const Case kCases[] = {
+      {SIGSEGV, "Bild level7", true, "Signal: SIGSEGV (Zugriff auf fremden Speicher)\nZuletzt: Bild level7\n"},
+      {SIGABRT, "", true, "Signal: SIGABRT (abgebrochen)\n\n"},
+      {SIGTRAP, std::string(200, 'a'), false, "Zuletzt: " + std::string(120, 'a') + "\n"},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.says);
+    TempDir t;
+    ScopedEnv runtime("XDG_RUNTIME_DIR", c.runtimeDir ? std::optional(t.path()) : std::nullopt);
+    const std::string report = (c.runtimeDir ? t.path() : paths::dataDir()) + "/tessellatrix_crash.txt";
+    EXPECT_EXIT((platform::installCrashHandler(), platform::setCrashContext(c.note.c_str()), std::raise(c.sig)),
+                testing::KilledBySignal(c.sig), "");
+    EXPECT_NE(testsupport::readFile(report).find(c.says), std::string::npos) << testsupport::readFile(report);
+  }
+}
+
+TEST(Seal, FilesWrittenByEarlierBuildsStillOpen) {
+  // Sealed once and kept: if this fails, the key has changed and every
+  // player's settings and saves would be set aside.
+  const std::string hex =
+      "54534c580127c9637422198ade9b368b08a02ab023fd494171adc998e395de5a5df7e3ed79314b37799de950582951eefda3176ffd3"
+      "f72d0012fcd2cd08bf95a";
+  std::string kept, plain;
+  for (size_t i = 0; i < hex.size(); i += 2) kept += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
+  EXPECT_EQ(platform::saveDecrypt(kept, &plain), platform::SealResult::Ok);
+  EXPECT_EQ(plain, "{\"fullscreen\":true}");
+}
+
+}  // namespace

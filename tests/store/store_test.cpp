@@ -1,0 +1,176 @@
+// The settings and saves files as the player meets them. ctest runs each test in
+// its own process with its own data folder: each starts with a store that has read nothing.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "platform/fs.h"
+#include "platform/paths.h"
+#include "platform/seal.h"
+#include "store/saves_json.h"
+#include "store/sealed_file.h"
+#include "store/settings_json.h"
+#include "store/store.h"
+#include "tests/support/test_support.h"
+
+// The store's calls to fsync and rename, in order, while g_watch is set:
+// these stand-ins take them before the C library does.
+static std::string g_diskCalls;
+static bool g_watch = false;
+extern "C" int fsync(int fd) {
+  if (g_watch) g_diskCalls += "fsync ";
+  return reinterpret_cast<int (*)(int)>(dlsym(RTLD_NEXT, "fsync"))(fd);
+}
+extern "C" int rename(const char* from, const char* to) noexcept {
+  if (g_watch) g_diskCalls += "rename ";
+  return reinterpret_cast<int (*)(const char*, const char*)>(dlsym(RTLD_NEXT, "rename"))(from, to);
+}
+
+namespace {
+
+using testsupport::readFile;
+
+std::string dataFile(const std::string& name) { return paths::dataDir() + "/" + name; }
+js::Value openSealed(const std::string& name) { return js::parse(store::readSealed(dataFile(name))); }
+
+TEST(Store, DamagedSettingsAreSetAsideAndTheDefaultsUsed) {
+  const std::string path = dataFile("settings.dat");
+  const std::string good = platform::saveEncrypt("{\"soundOn\":false}");
+  const auto flip = [&](size_t i) { return good.substr(0, i) + char(good[i] ^ 0x20) + good.substr(i + 1); };
+  struct Case { const char* what; std::string bytes; bool setAside; };
+  const Case kCases[] = {
+      {"zero bytes", "", false},  {"sealed empty text", platform::saveEncrypt(""), false},
+      {"version", flip(4), true}, {"nonce", flip(10), true}, {"tag", flip(40), true}, {"text", flip(50), true},
+      {"cut short", good.substr(0, 44), true}, {"a byte more", good + "x", true},
+      {"plain JSON", "{\"soundOn\":false}", true},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.what);
+    platform::fs::writeFile(path, c.bytes);
+    store::settings().soundOn = true;
+    testing::internal::CaptureStderr();
+    store::loadSettings();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              c.setAside ? "[storage] " + path + " war nicht lesbar \xE2\x80\x94 beiseitegelegt\n" : "");
+    EXPECT_TRUE(store::settings().soundOn);
+    EXPECT_EQ(platform::fs::isFile(path), !c.setAside);
+    // The newest damaged file replaces an older one set aside.
+    EXPECT_EQ(readFile(path + ".manipuliert"), c.setAside ? c.bytes : "");
+  }
+}
+
+// Kills a child that goes on from whatever the file holds, one millisecond
+// of play more per save; returns the last save it reported finished.
+int64_t killOneSaver(std::chrono::microseconds delay, int64_t last) {
+  int fds[2];
+  if (::pipe(fds) != 0) return -1;
+  const pid_t pid = ::fork();
+  if (pid == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    store::SavedPuzzle p = store::currentPuzzle();
+    do {
+      ++p.elapsedMs;
+      store::savePuzzle(p);
+    } while (::write(fds[1], &p.elapsedMs, sizeof p.elapsedMs) == sizeof p.elapsedMs);
+    _exit(0);
+  }
+  ::close(fds[1]);
+  std::this_thread::sleep_for(delay);
+  ::kill(pid, SIGKILL);
+  ::waitpid(pid, nullptr, 0);
+  for (int64_t v; ::read(fds[0], &v, sizeof v) == sizeof v;) last = v;
+  ::close(fds[0]);
+  return last;
+}
+
+// Children save in a tight loop and are killed at random moments; after every
+// kill the file must hold the last save finished or the one under way.
+TEST(CrashSafety, NoSaveIsLostWhenTheGameIsKilledWhileSaving) {
+  const std::string path = dataFile("saves.dat");
+  store::SavedPuzzle start{true, "level5", 10, 11, 0, 0, 0, 0, true, {}, 0, 0, store::RotationMode::Off};
+  for (int i = 0; i < 110; ++i) start.pieces.push_back({"r" + std::to_string(i), i * 3.25, i * 0.5, false, 1, true});
+  // Written past the store, so this process has read nothing and every child reads the file afresh.
+  store::writeSealed(path, store::savesToJson(start, {}));
+  const unsigned seed = std::random_device()();
+  std::mt19937 rng(seed);
+  // A save takes a few milliseconds (two fsyncs), so most kills land inside one.
+  std::uniform_int_distribution<int> delayUs(0, 15000);
+  int64_t onDisk = 0;
+  for (int kill = 0; kill < 250; ++kill) {
+    SCOPED_TRACE(testing::Message() << "kill " << kill << ", seed " << seed);
+    const int64_t finished = killOneSaver(std::chrono::microseconds(delayUs(rng)), onDisk);
+    const js::Value current = openSealed("saves.dat")["current_puzzle"];  // empty unless whole
+    ASSERT_EQ(current["pieces"].size(), 110u);
+    onDisk = current["elapsedMs"].asInt64(-1);
+    ASSERT_TRUE(onDisk == finished || onDisk == finished + 1) << "file " << onDisk << ", finished " << finished;
+  }
+  EXPECT_GE(onDisk, 20) << "the children hardly ever finished a save";
+}
+
+TEST(CrashSafety, ASaveReachesTheDiskBeforeItReplacesTheLastOne) {
+  const std::string path = dataFile("saves.dat");
+  g_watch = true;
+  store::savePuzzle(store::SavedPuzzle());
+  g_watch = false;
+  // The new file is synced before the rename publishes it, the folder after
+  // it so that the rename itself survives a power cut.
+  EXPECT_EQ(g_diskCalls, "fsync rename fsync ");
+  const std::string before = readFile(path);
+  // The file-size limit fails writes as a full disk does; this save fits the
+  // write buffer, so only the final flush can notice.
+  ::signal(SIGXFSZ, SIG_IGN);
+  rlimit old{};
+  ::getrlimit(RLIMIT_FSIZE, &old);
+  const rlimit tight{before.size() + 100, old.rlim_max};
+  ::setrlimit(RLIMIT_FSIZE, &tight);
+  store::recordSolve(std::string(1000, 'x'), 5, 6, 1000);
+  ::setrlimit(RLIMIT_FSIZE, &old);
+  EXPECT_EQ(readFile(path), before);
+}
+
+TEST(Store, EverySettingSurvivesALoadAndASave) {
+  // A file as earlier versions wrote it, every value away from its default.
+  const std::string file =
+      "{\"bgColor\":\"#000001\",\"boardColor\":\"#ffffff\",\"boardLayout\":\"tray\",\"boardZoomMode\":\"pinch\","
+      "\"difficulty\":\"grandmaster\",\"fullscreen\":true,\"gridColor\":\"#000000\",\"hideConnectedBorder\":true,"
+      "\"language\":\"ar\",\"maximized\":true,\"musicVolume\":0.5,\"rotationMode\":\"90\",\"sfxVolume\":1,"
+      "\"showSecondRow\":false,\"soundOn\":false,\"trayBgColor\":\"#102030\",\"trayBorderColor\":\"#abcdef\","
+      "\"windowH\":1080,\"windowW\":1920,\"windowX\":-3000,\"windowY\":40}";
+  store::writeSealed(dataFile("settings.dat"), js::parse(file));
+  store::saveSettings();
+  EXPECT_EQ(openSealed("settings.dat").dump(), file);
+}
+
+TEST(Store, TheSavesFileKeepsThePuzzleAndTheNewest200Solves) {
+  store::writeSealed(dataFile("saves.dat"), js::parse("{\"solves_list\":[{\"id\":\"1_0\",\"imageId\":\"level0\"}]}"));
+  // No init first: the first save must read the file, not write over it.
+  for (int i = 1; i <= 199; ++i) store::recordSolve("level" + std::to_string(i), 5, 6, i);
+  EXPECT_EQ(store::solves().back().imageId, "level0");
+  store::recordSolve("level200", 5, 6, 200);
+  store::SavedPuzzle p{false, "level7", 10, 11, 1200.5, 800, 40, -12.25, false, {}, 123456, 0,
+                       store::RotationMode::Rot180};
+  for (int i = 0; i < 110; ++i) p.pieces.push_back({"p" + std::to_string(i), i * 1.5, -i * 0.25, i < 9, i % 4, i > 9});
+  store::savePuzzle(p);
+  const js::Value file = openSealed("saves.dat");
+  EXPECT_EQ(file["current_puzzle"].size(), 12u);
+  EXPECT_EQ(file["current_puzzle"]["pieces"][1ul].size(), 6u);
+  store::SavedPuzzle back;
+  std::vector<store::SolveEntry> solves;
+  store::savesFromJson(file, &back, &solves);
+  EXPECT_EQ(store::savesToJson(back, solves).dump(),
+            store::savesToJson(store::currentPuzzle(), store::solves()).dump());
+  ASSERT_EQ(solves.size(), 200u);
+  EXPECT_EQ(solves.front().imageId + " " + solves.back().imageId, "level200 level1") << "newest first";
+  store::clearPuzzle();
+  EXPECT_FALSE(openSealed("saves.dat").has("current_puzzle"));
+}
+
+}  // namespace
