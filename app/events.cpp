@@ -15,6 +15,10 @@ void handleKey(const SDL_KeyboardEvent& key, ui::Input& in, store::Settings& set
     loop.running = false;
   } else {
     in.keys.push_back(sym);
+    // A quick Ctrl+N may be pressed and released within one frame, before
+    // the modifiers are polled: the key's own modifiers count too.
+    in.ctrl = in.ctrl || (key.keysym.mod & KMOD_CTRL) != 0;
+    in.shift = in.shift || (key.keysym.mod & KMOD_SHIFT) != 0;
   }
 }
 

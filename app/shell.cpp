@@ -155,8 +155,8 @@ void gatherInput(Shell& sh) {
   in.dx = mx - sh.prevMouseX;
   in.dy = my - sh.prevMouseY;
   const SDL_Keymod mods = SDL_GetModState();
-  in.ctrl = (mods & KMOD_CTRL) != 0;
-  in.shift = (mods & KMOD_SHIFT) != 0;
+  in.ctrl = in.ctrl || (mods & KMOD_CTRL) != 0;
+  in.shift = in.shift || (mods & KMOD_SHIFT) != 0;
   in.spaceDown = SDL_GetKeyboardState(nullptr)[SDL_SCANCODE_SPACE] != 0;
   const Uint32 flags = SDL_GetWindowFlags(sh.window);
   in.windowActive = (flags & SDL_WINDOW_INPUT_FOCUS) && !(flags & SDL_WINDOW_MINIMIZED);

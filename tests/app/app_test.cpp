@@ -64,6 +64,7 @@ TEST(Events, EachEventGoesWhereItBelongs) {
       {SDL_KEYDOWN, SDLK_F11, 0, 0, 0, true, true, 1280, false},
       {SDL_KEYDOWN, SDLK_q, 0, 0, 1, true, false, 1280, false},
       {SDL_KEYDOWN, SDLK_q, KMOD_RCTRL, 0, 0, false, false, 1280, false},
+      {SDL_KEYDOWN, SDLK_n, KMOD_LCTRL, 0, 1, true, false, 1280, false},  // Ctrl held with this key only
       {SDL_QUIT, 0, 0, 0, 0, false, false, 1280, false},
       {SDL_WINDOWEVENT, SDL_WINDOWEVENT_SIZE_CHANGED, 0, 0, 0, true, false, 1024, false},  // kept for next time
       {SDL_WINDOWEVENT, SDL_WINDOWEVENT_SIZE_CHANGED, 0, SDL_WINDOW_MAXIMIZED, 0, true, false, 1280, false},
@@ -79,8 +80,8 @@ TEST(Events, EachEventGoesWhereItBelongs) {
     store::Settings s;
     app::LoopState loop;
     app::handleEvent(e, 1.0, c.flags, in, s, loop);
-    EXPECT_EQ(std::make_tuple(in.keys.size(), loop.running, s.fullscreen, s.windowW, s.maximized),
-              std::make_tuple(c.keys, c.running, c.full, c.w, c.max));
+    EXPECT_EQ(std::make_tuple(in.keys.size(), in.ctrl, loop.running, s.fullscreen, s.windowW, s.maximized),
+              std::make_tuple(c.keys, c.keys > 0 && c.mod != 0, c.running, c.full, c.w, c.max));
   }
 }
 
