@@ -1,8 +1,11 @@
-// The real game binary, on a private X server.
+// The real game binary on a private X server, driven as a player would with
+// xdotool (pointer and keys through the X server, not into the process).
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <thread>
 
@@ -24,12 +27,13 @@ class GameBinary : public ::testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(x.ok()) << "Xvfb did not start"; }
 
-  // The game on the test's X server with its own runtime folder for crash
-  // reports; `extra` adds or removes variables.
+  // The game on the test's X server with its own data and runtime folders;
+  // `extra` adds or removes variables.
   std::unique_ptr<Process> start(const std::vector<std::string>& args = {}, const Env& extra = {}) {
     Env env = {{"DISPLAY", x.display()},
                {"SDL_VIDEODRIVER", std::nullopt},
                {"WAYLAND_DISPLAY", std::nullopt},
+               {"XDG_DATA_HOME", data.path()},
                {"XDG_RUNTIME_DIR", runtime.path()}};
     for (const auto& [k, v] : extra) env[k] = v;
     std::vector<std::string> argv = {testsupport::gameBinary()};
@@ -40,48 +44,98 @@ class GameBinary : public ::testing::Test {
     return std::make_unique<Process>(argv, env, dir);
   }
 
-  std::unique_ptr<Process> startRunning(const std::vector<std::string>& args = {}, const Env& extra = {}) {
-    auto p = start(args, extra);
+  // Started, and drawing frames (the statistics line comes after frames).
+  std::unique_ptr<Process> startDrawing(const std::vector<std::string>& args = {}, const Env& extra = {}) {
+    Env env = extra;
+    env["TESSELLATRIX_STATS"] = "";
+    auto p = start(args, env);
     EXPECT_TRUE(p->waitForOutput("[video] Treiber x11, Renderer ", 30)) << p->err();
+    for (int i = 0; i < 300 && p->err().find("[stats] ") == std::string::npos; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
     return p;
   }
 
-  static bool waitForStats(const Process& p, const std::string& text) {
-    for (int i = 0; i < 300; ++i) {
-      if (p.err().find(text) != std::string::npos) return true;
+  // Runs xdotool on the test's display; the game's window is "%1" after the
+  // search. Focus is given once (see the journey): every change of focus
+  // would pause the puzzle, as it does for a player.
+  bool xdotool(const std::string& commands) {
+    const std::string line =
+        "DISPLAY=" + x.display() + " xdotool search --sync --name \"Quillmoss\" " + commands + " >/dev/null 2>&1";
+    return std::system(line.c_str()) == 0;
+  }
+
+  static bool waitFor(const std::function<bool()>& done) {
+    for (int i = 0; i < 100; ++i) {
+      if (done()) return true;
       std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     return false;
   }
 
+  // Pieces out of the strips in the saved puzzle.
+  int onTable() {
+    const js::Value saves = stored("saves.dat");
+    const js::Value& pieces = saves["current_puzzle"]["pieces"];
+    int n = 0;
+    for (size_t i = 0; i < pieces.size(); ++i) n += pieces[i]["inTray"].boolean ? 0 : 1;
+    return n;
+  }
+
+  // A sealed file the game left, opened; null when missing or not readable.
+  js::Value stored(const char* name) {
+    std::string plain;
+    const std::string sealed = testsupport::readFile(data.file(std::string("tessellatrix/") + name));
+    if (platform::saveDecrypt(sealed, &plain) != platform::SealResult::Ok) return js::Value();
+    return js::parse(plain);
+  }
+
   XServer x{1600, 1000};
-  TempDir runtime, logs;
+  TempDir data, runtime, logs;
   int runs = 0;
 };
 
-TEST_F(GameBinary, StartsWithTheVideoLineAndEndsCleanlyOnSigterm) {
-  auto game = startRunning();
-  const std::string out = game->out();
-  EXPECT_TRUE(out.find(" (beschleunigt)") != std::string::npos || out.find(" (Software!)") != std::string::npos);
-  EXPECT_TRUE(out.find(", VSync an\n") != std::string::npos || out.find(", VSync AUS\n") != std::string::npos);
-  game->signal(SIGTERM);
-  const ExitStatus st = game->wait(15);
-  EXPECT_TRUE(st.exited) << "signal " << st.signal;
-  EXPECT_EQ(st.code, 0);
+// The puzzle starts with every piece in the strips. Two are dragged onto the
+// table, with a question opened and cancelled by Escape between them (the
+// second drag only lands if that Escape did not leave the puzzle); then
+// Escape leaves, Ctrl+Q quits, and both drags are in the saved game.
+TEST_F(GameBinary, APlayerDragsPiecesLeavesAndQuitsWithMouseAndKeys) {
+  auto game = startDrawing({"--size", "1000x700"}, {{"TESSELLATRIX_SCREEN", "playing"}});
+  EXPECT_NE(game->err().find("Kopien  1000x700\n"), std::string::npos) << game->err();
+  ASSERT_TRUE(xdotool("windowfocus --sync %1"));
+  // Pauses between the steps let the game see each one in its own frame.
+  const std::string dragFromStrip =
+      "mousemove --window %1 64 160 sleep 0.3 mousedown 1 sleep 0.3 mousemove --window %1 200 300 sleep 0.3 ";
+  ASSERT_TRUE(xdotool(dragFromStrip + "mousemove --window %1 500 400 sleep 0.3 mouseup 1"));
+  EXPECT_TRUE(waitFor([&] { return onTable() == 1; })) << "saved within moments of the drop";
+  ASSERT_TRUE(xdotool("key ctrl+n sleep 0.5 key Escape sleep 0.5"));
+  ASSERT_TRUE(xdotool(dragFromStrip + "mousemove --window %1 650 300 sleep 0.3 mouseup 1"));
+  EXPECT_TRUE(waitFor([&] { return onTable() == 2; })) << "the Escape that cancelled the question stayed";
+  ASSERT_TRUE(xdotool("key Escape sleep 0.5"));
+  ASSERT_TRUE(xdotool("key ctrl+q"));
+  const ExitStatus st = game->wait(10);
+  EXPECT_TRUE(st.exited && st.code == 0) << st.code << " " << st.signal;
+
+  const js::Value puzzle = stored("saves.dat")["current_puzzle"];
+  ASSERT_EQ(puzzle["pieces"].size(), 42u) << "level 1 at the default 6 x 7";
+  EXPECT_GT(puzzle["elapsedMs"].asInt(0), 500) << "the clock was saved on leaving";
 }
 
-TEST_F(GameBinary, SigintAndSighupAlsoEndNormally) {
-  for (int sig : {SIGINT, SIGHUP}) {
-    auto game = startRunning();
+TEST_F(GameBinary, EachTerminationSignalEndsItNormallyAndASecondOneAtOnce) {
+  for (int sig : {SIGTERM, SIGINT, SIGHUP}) {
+    auto game = startDrawing({}, {{"TESSELLATRIX_SCREEN", "credits"}});
+    EXPECT_NE(game->err().find("TESSELLATRIX_SCREEN: menu levels playing gallery settings about licenses\n"),
+              std::string::npos)
+        << "an unknown start screen lists the choices and starts anyway";
+    const std::string out = game->out();
+    EXPECT_TRUE(out.find(" (beschleunigt), VSync ") != std::string::npos ||
+                out.find(" (Software!), VSync ") != std::string::npos)
+        << out;
     game->signal(sig);
     const ExitStatus st = game->wait(15);
-    EXPECT_TRUE(st.exited);
-    EXPECT_EQ(st.code, 0);
+    EXPECT_TRUE(st.exited && st.code == 0) << sig;
   }
-}
-
-TEST_F(GameBinary, ASecondSignalEndsItAtOnce) {
-  auto game = startRunning();
+  auto game = startDrawing();
   // Both signals are pending when the process continues, so the second
   // handler call happens before the loop can see the first.
   game->signal(SIGSTOP);
@@ -94,10 +148,7 @@ TEST_F(GameBinary, ASecondSignalEndsItAtOnce) {
 }
 
 TEST_F(GameBinary, ASegfaultLeavesACrashReportAndStillKills) {
-  auto game = startRunning({}, {{"TESSELLATRIX_SCREEN", "playing"}, {"TESSELLATRIX_STATS", ""}});
-  // The screen stack notes what it shows once the first frame is built; a
-  // statistics line proves frames have been drawn.
-  ASSERT_TRUE(waitForStats(*game, "[stats] ")) << game->err();
+  auto game = startDrawing({}, {{"TESSELLATRIX_SCREEN", "playing"}});
   game->signal(SIGSEGV);
   const ExitStatus st = game->wait(15);
   EXPECT_FALSE(st.exited);
@@ -109,94 +160,53 @@ TEST_F(GameBinary, ASegfaultLeavesACrashReportAndStillKills) {
   EXPECT_NE(report.find("Diese Datei wird NICHT verschickt."), std::string::npos);
 }
 
-TEST_F(GameBinary, WithoutADisplaySdlInitFails) {
-  auto game = start({}, {{"DISPLAY", std::nullopt}});
-  const ExitStatus st = game->wait(15);
-  ASSERT_TRUE(st.exited);
-  EXPECT_EQ(st.code, 1);
-  EXPECT_NE(game->err().find("SDL_Init: "), std::string::npos) << game->err();
-  EXPECT_EQ(game->out().find("[video]"), std::string::npos);
+TEST_F(GameBinary, CommandLinesThatEndBeforeAWindow) {
+  struct Case {
+    std::vector<std::string> args;
+    Env env;
+    int code;
+    std::string outStart, errPart;
+  };
+  const Case kCases[] = {
+      {{"--version", "--help"}, {{"DISPLAY", std::nullopt}}, 0, "Quillmoss's Puzzle 1.1.0 (Build 1000)\n", ""},
+      {{"--fullscreen", "--help"}, {{"DISPLAY", std::nullopt}}, 0,
+       "Quillmoss's Puzzle 1.1.0\n  --version    Version ausgeben\n", ""},
+      {{}, {{"DISPLAY", std::nullopt}}, 1, "", "SDL_Init: "},
+  };
+  for (const Case& c : kCases) {
+    auto game = start(c.args, c.env);
+    const ExitStatus st = game->wait(15);
+    EXPECT_TRUE(st.exited && st.code == c.code) << st.code;
+    EXPECT_EQ(game->out().rfind(c.outStart, 0), 0u) << game->out();
+    EXPECT_NE(game->err().find(c.errPart), std::string::npos) << game->err();
+  }
 }
 
-TEST_F(GameBinary, VersionAndHelpNeedNoDisplay) {
-  auto version = start({"--version", "--help"}, {{"DISPLAY", std::nullopt}});
-  ASSERT_TRUE(version->wait(10).exited);
-  EXPECT_EQ(version->out(), "Quillmoss's Puzzle 1.1.0 (Build 1000)\n");
-  auto help = start({"--fullscreen", "--help"}, {{"DISPLAY", std::nullopt}});
-  const ExitStatus st = help->wait(10);
-  EXPECT_EQ(st.code, 0);
-  EXPECT_EQ(help->out().rfind("Quillmoss's Puzzle 1.1.0\n  --version    Version ausgeben\n", 0), 0u);
-}
-
-TEST_F(GameBinary, StatisticsLineShowsTheSizeAskedForOnTheCommandLine) {
-  auto game = startRunning({"--size", "1000x700"}, {{"TESSELLATRIX_STATS", ""}});
-  EXPECT_TRUE(waitForStats(*game, "Kopien  1000x700\n")) << game->err();
-  EXPECT_NE(game->err().find("[stats] "), std::string::npos);
-  game->signal(SIGTERM);
-  EXPECT_EQ(game->wait(15).code, 0);
-}
-
-TEST_F(GameBinary, AnUnknownStartScreenPrintsTheChoicesAndStartsAnyway) {
-  auto game = startRunning({}, {{"TESSELLATRIX_SCREEN", "credits"}});
-  EXPECT_NE(game->err().find("TESSELLATRIX_SCREEN: menu levels playing gallery settings about licenses\n"),
-            std::string::npos);
-  game->signal(SIGTERM);
-  EXPECT_EQ(game->wait(15).code, 0);
-}
-
-// The settings file the game leaves in a data folder, unsealed; null when
-// there is none or it does not open.
-js::Value storedSettings(const TempDir& data) {
-  std::string plain;
-  const std::string sealed = testsupport::readFile(data.file("tessellatrix/settings.dat"));
-  if (platform::saveDecrypt(sealed, &plain) != platform::SealResult::Ok) return js::Value();
-  return js::parse(plain);
-}
-
-TEST_F(GameBinary, FullscreenOnceOnTheCommandLineIsStoredWhenSigtermEndsIt) {
-  TempDir data;
-  const Env env = {{"XDG_DATA_HOME", data.path()}};
-  auto first = startRunning({"--fullscreen"}, env);
+TEST_F(GameBinary, FullscreenFromTheCommandLineIsKeptAcrossRuns) {
+  auto first = startDrawing({"--fullscreen"});
   first->signal(SIGTERM);
   ASSERT_EQ(first->wait(15).code, 0);
-  const js::Value stored = storedSettings(data);
-  ASSERT_TRUE(stored.isObject()) << "no readable settings.dat";
-  EXPECT_EQ(stored.size(), 21u);
-  EXPECT_TRUE(stored["fullscreen"].boolean);
+  ASSERT_TRUE(stored("settings.dat").isObject()) << "no readable settings.dat";
+  EXPECT_TRUE(stored("settings.dat")["fullscreen"].boolean);
   EXPECT_FALSE(platform::fs::isFile(data.file("tessellatrix/settings.dat.neu")));
 
-  // Started again without the option, the game keeps the stored choice.
-  auto second = startRunning({}, env);
+  auto second = startDrawing();
   second->signal(SIGTERM);
   ASSERT_EQ(second->wait(15).code, 0);
-  EXPECT_TRUE(storedSettings(data)["fullscreen"].boolean);
+  EXPECT_TRUE(stored("settings.dat")["fullscreen"].boolean) << "started without the option, the choice stays";
   EXPECT_EQ(second->err().find("[storage]"), std::string::npos) << second->err();
 }
 
-// The saves file a game left, unsealed; null when there is none.
-js::Value storedSaves(const TempDir& data) {
-  std::string plain;
-  const std::string sealed = testsupport::readFile(data.file("tessellatrix/saves.dat"));
-  if (platform::saveDecrypt(sealed, &plain) != platform::SealResult::Ok) return js::Value();
-  return js::parse(plain);
-}
-
 TEST_F(GameBinary, ADemoOfAllPiecesIsSolvedOnTheFirstFrameAndRecorded) {
-  TempDir data;
-  auto game = startRunning({}, {{"XDG_DATA_HOME", data.path()},
-                                {"TESSELLATRIX_SCREEN", "playing"},
-                                {"TESSELLATRIX_DEMO", "100"},
-                                {"TESSELLATRIX_STATS", ""}});
-  ASSERT_TRUE(waitForStats(*game, "[stats] ")) << game->err();
+  auto game = startDrawing({}, {{"TESSELLATRIX_SCREEN", "playing"}, {"TESSELLATRIX_DEMO", "100"}});
   game->signal(SIGTERM);
   ASSERT_EQ(game->wait(15).code, 0);
-  const js::Value saves = storedSaves(data);
-  ASSERT_TRUE(saves.isObject()) << "no readable saves.dat";
+  const js::Value saves = stored("saves.dat");
   ASSERT_EQ(saves["solves_list"].size(), 1u);
   const js::Value& solve = saves["solves_list"][0];
-  EXPECT_EQ(solve["imageId"].string, "level1");
-  EXPECT_EQ(solve["rows"].asInt(0), 6) << "the default difficulty";
-  EXPECT_EQ(solve["cols"].asInt(0), 7);
+  EXPECT_EQ(solve["imageId"].string + " " + std::to_string(solve["rows"].asInt(0)) + "x" +
+                std::to_string(solve["cols"].asInt(0)),
+            "level1 6x7");
   EXPECT_LT(solve["elapsedMs"].asInt(-1), 1000);
   EXPECT_FALSE(saves.has("current_puzzle")) << "a solved game is not kept";
 }
