@@ -13,10 +13,7 @@ namespace {
 
 class Textures : public ::testing::Test {
  protected:
-  void SetUp() override {
-    ui::gpuInit(target.renderer());
-    ui::gpuSetScale(1.0);
-  }
+  void SetUp() override { ui::gpuInit(target.renderer()), ui::gpuSetScale(1.0); }
   void TearDown() override { ui::gpuShutdown(); }
   testsupport::SoftwareTarget target{200, 200};
 };
@@ -56,7 +53,7 @@ TEST(TextureKeys, NoTwoPicturesShareOne) {
 
 // Each texel well inside the piece's outline shows the picture at the piece's
 // place on the board, each one well outside is empty: in the piece's texture
-// and in both kinds of thumbnail.
+// and in both kinds of thumbnail, each kept in a cache entry of its own.
 TEST_F(Textures, APieceIsPaintedExactlyInsideItsOutline) {
   core::Puzzle p("level1", 5, 6);  // cells of 100 x 60 with a pad of 10: a box of 120 x 80
   p.cellW = 100, p.cellH = 60, p.pad = 10, p.boardW = 600, p.boardH = 300;
@@ -90,6 +87,8 @@ TEST_F(Textures, APieceIsPaintedExactlyInsideItsOutline) {
     }
     EXPECT_EQ(wrong, 0) << "thumbnail of " << c.size << (c.square ? " square" : "");
   }
+  ui::pieceTexture("level1", p, piece, picture, true);  // the plain look beside the rimmed one
+  EXPECT_EQ(ui::gpuCacheSize(), 4u) << "every picture in an entry of its own";
   cairo_destroy(cr);
   cairo_surface_destroy(picture);
 }
