@@ -1,156 +1,96 @@
+// The texture cache and the pieces painted into it.
 #include <gtest/gtest.h>
-#include <stb_image_write.h>
 
-#include <memory>
-#include <vector>
+#include <set>
 
-#include "platform/fs.h"
-#include "platform/paths.h"
+#include "core/outline.h"
 #include "tests/support/test_support.h"
 #include "ui/gpu.h"
-#include "ui/textures/board_image.h"
 #include "ui/textures/level_thumb.h"
+#include "ui/textures/piece_textures.h"
 
 namespace {
 
-using testsupport::SoftwareTarget;
-using testsupport::TempDir;
-
-// A 400 x 300 picture in three vertical bands: red on the left quarter,
-// green in the middle half, blue on the right quarter. Stored losslessly
-// (the decoder goes by content, not by the .jpg name).
-void writeBands(const std::string& path) {
-  const int w = 400, h = 300;
-  std::vector<unsigned char> px(w * h * 3, 0);
-  for (int y = 0; y < h; ++y) {
-    for (int x = 0; x < w; ++x) {
-      unsigned char* p = &px[(y * w + x) * 3];
-      p[x < 100 ? 0 : x < 300 ? 1 : 2] = 255;
-    }
-  }
-  ASSERT_NE(stbi_write_png(path.c_str(), w, h, 3, px.data(), w * 3), 0);
-}
-
 class Textures : public ::testing::Test {
  protected:
-  // The asset root is fixed on first use for the whole process, so every
-  // case shares one, made before anything asks for it.
-  static void SetUpTestSuite() {
-    root = new TempDir;
-    platform::fs::ensureDir(root->file("assets/fonts"));
-    platform::fs::ensureDir(root->file("assets/levels"));
-    ::setenv("TESSELLATRIX_ASSET_DIR", root->path().c_str(), 1);
-    writeBands(root->file("assets/levels/level1.jpg"));
-    writeBands(root->file("assets/levels/level1_blur.jpg"));
-    ASSERT_EQ(paths::assetDir(), root->path());
-  }
-  static void TearDownTestSuite() {
-    ui::imagesShutdown();
-    delete root;
-  }
-  void SetUp() override {
-    ui::gpuInit(target.renderer());
-    ui::gpuSetScale(1.0);
-  }
+  void SetUp() override { ui::gpuInit(target.renderer()), ui::gpuSetScale(1.0); }
   void TearDown() override { ui::gpuShutdown(); }
-
-  // Draws the texture 1:1 at the origin and reads back one pixel.
-  uint32_t shown(SDL_Texture* tex, int w, int h, int x, int y) {
-    SDL_SetRenderDrawColor(target.renderer(), 40, 40, 40, 255);
-    SDL_RenderClear(target.renderer());
-    ui::gpuBlit(tex, 0, 0, w, h, 1.0);
-    return target.pixel(x, y) & 0xffffff;
-  }
-
-  // 'r', 'g' or 'b' for a pixel that is clearly that primary, else '?'.
-  char band(SDL_Texture* tex, int w, int h, int x, int y) {
-    const uint32_t p = shown(tex, w, h, x, y);
-    const int r = (p >> 16) & 255, g = (p >> 8) & 255, b = p & 255;
-    if (r > 240 && g < 15 && b < 15) return 'r';
-    if (g > 240 && r < 15 && b < 15) return 'g';
-    if (b > 240 && r < 15 && g < 15) return 'b';
-    return '?';
-  }
-
-  static TempDir* root;
-  SoftwareTarget target{200, 200};
+  testsupport::SoftwareTarget target{200, 200};
 };
 
-TempDir* Textures::root = nullptr;
-
-TEST_F(Textures, BoardImageIsCachedPerLevelAndBound) {
-  cairo_surface_t* a = ui::boardImage("level1", 200, 200);
-  ASSERT_NE(a, nullptr);
-  EXPECT_EQ(cairo_image_surface_get_width(a), 200);
-  EXPECT_EQ(cairo_image_surface_get_height(a), 150);
-  EXPECT_EQ(ui::boardImage("level1", 200, 200), a);
-  cairo_surface_t* b = ui::boardImage("level1", 100, 100);
-  ASSERT_NE(b, nullptr);
-  EXPECT_EQ(cairo_image_surface_get_width(b), 100) << "another bound reloads and replaces";
-}
-
-TEST_F(Textures, AFailedBoardLoadKeepsTheCachedPicture) {
-  cairo_surface_t* a = ui::boardImage("level1", 120, 120);
-  ASSERT_NE(a, nullptr);
-  EXPECT_EQ(ui::boardImage("level99", 120, 120), nullptr) << "unknown level";
-  ::testing::internal::CaptureStderr();
-  EXPECT_EQ(ui::boardImage("level2", 120, 120), nullptr) << "no picture file";
-  EXPECT_NE(::testing::internal::GetCapturedStderr().find("level2.jpg nicht lesbar: can't fopen"), std::string::npos);
-  EXPECT_EQ(ui::boardImage("level1", 120, 120), a);
-  ui::imagesShutdown();
-  EXPECT_NE(ui::boardImage("level1", 120, 120), nullptr) << "loaded afresh after shutdown";
-}
-
-TEST_F(Textures, ThumbnailKeysNameLevelVariantAndSize) {
-  EXPECT_EQ(ui::levelThumbKey("level3", false, 240, 160), "thumb_level3_s_240x160");
-  EXPECT_EQ(ui::levelThumbKey("level3", true, 240, 160), "thumb_level3_b_240x160");
-}
-
-TEST_F(Textures, SharpAndBlurredThumbnailsAreTwoEntries) {
-  SDL_Texture* sharp = ui::levelThumb("level1", false, 60, 40);
-  SDL_Texture* blurred = ui::levelThumb("level1", true, 60, 40);
-  ASSERT_NE(sharp, nullptr);
-  ASSERT_NE(blurred, nullptr);
-  EXPECT_NE(sharp, blurred);
-  EXPECT_EQ(ui::gpuCacheSize(), 2u);
-  EXPECT_EQ(ui::levelThumb("level1", false, 60, 40), sharp);
-}
-
-TEST_F(Textures, EmptySizesAndUnknownLevelsGiveNoThumbnail) {
-  EXPECT_EQ(ui::levelThumb("level1", false, 0, 40), nullptr);
-  EXPECT_EQ(ui::levelThumb("level1", false, 60, 0), nullptr);
-  EXPECT_EQ(ui::levelThumb("nolevel", false, 60, 40), nullptr);
-  EXPECT_EQ(ui::gpuCacheSize(), 0u);
-}
-
-// The 4:3 picture covers a square: scaled to 133.3 x 100 and shifted left by
-// 16.7, so each side loses the same 16.7 units. The red quarter (33.3 wide
-// at that scale) shows 16.7 wide on the left, the blue one as much on the right.
-TEST_F(Textures, ACoverCropCutsBothSidesEqually) {
-  SDL_Texture* t = ui::levelThumb("level1", false, 100, 100);
-  ASSERT_NE(t, nullptr);
-  int redRun = 0, blueRun = 0;
-  for (int x = 0; x < 100; ++x) {
-    const char c = band(t, 100, 100, x, 50);
-    redRun += c == 'r';
-    blueRun += c == 'b';
+// 900 textures fit; a new one beyond that first drops the least recently used third.
+TEST_F(Textures, AFullCacheDropsTheLeastRecentlyUsedThird) {
+  auto key = [](int i) { return "k" + std::to_string(1000 + i); };
+  for (int i = 0; i < 901; ++i) ui::gpuTexture(key(i), 1, 1, nullptr, nullptr);
+  ui::gpuBeginFrame();
+  for (int i = 0; i < 50; ++i) ui::gpuTexture(key(i), 1, 1, nullptr, nullptr);
+  for (int i = 50; i < 100; ++i) ui::gpuCachedTexture(key(i), 1, 1);
+  ui::gpuTexture("new", 1, 1, nullptr, nullptr);
+  EXPECT_EQ(ui::gpuCacheSize(), 602u);
+  for (auto [i, kept] : {std::pair{0, true}, {99, true}, {100, false}, {399, false}, {400, true}, {900, true}}) {
+    EXPECT_EQ(ui::gpuCached(key(i)), kept) << key(i);
   }
-  EXPECT_NEAR(redRun, 16, 1);
-  EXPECT_EQ(redRun, blueRun);
-  EXPECT_EQ(band(t, 100, 100, 0, 0), 'r');
-  EXPECT_EQ(band(t, 100, 100, 99, 99), 'b');
-  EXPECT_EQ(band(t, 100, 100, 50, 99), 'g');
+  EXPECT_TRUE(ui::gpuCached("new"));
 }
 
-TEST_F(Textures, AnUnreadablePictureLeavesABlackThumbnail) {
-  ::testing::internal::CaptureStderr();
-  SDL_Texture* t = ui::levelThumb("level5", false, 30, 20);
-  EXPECT_NE(::testing::internal::GetCapturedStderr().find("[image] "), std::string::npos);
-  ASSERT_NE(t, nullptr);
-  EXPECT_EQ(shown(t, 30, 20, 15, 10), 0x000000u);
-  ::testing::internal::CaptureStderr();
-  EXPECT_EQ(ui::levelThumb("level5", false, 30, 20), t);
-  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "kept under its key, not retried";
+// Everything a picture depends on is in its key, so no two pictures share an entry.
+TEST(TextureKeys, NoTwoPicturesShareOne) {
+  const core::Puzzle p("level1", 5, 6), grid("level1", 4, 6);
+  core::Puzzle wide = p;
+  wide.cellW = 120;
+  const core::Piece& first = p.pieces[0];
+  const std::vector<std::string> keys = {
+      ui::pieceTextureKey("level1", p, first, false),          ui::pieceTextureKey("level1", p, first, true),
+      ui::pieceTextureKey("level2", p, first, false),          ui::pieceTextureKey("level1", p, p.pieces[1], false),
+      ui::pieceTextureKey("level1", grid, grid.pieces[0], false), ui::pieceTextureKey("level1", wide, first, false),
+      ui::pieceThumbKey("level1", p, first, 96, true),         ui::pieceThumbKey("level1", p, first, 96, false),
+      ui::pieceThumbKey("level1", p, first, 48, true),         ui::pieceThumbKey("level1", wide, first, 96, true),
+      ui::boardTextureKey(p, 1, 23, true, 100, 80),           ui::boardTextureKey(p, 12, 3, true, 100, 80),
+      ui::boardTextureKey(p, 1, 23, false, 100, 80),          ui::boardTextureKey(grid, 1, 23, true, 100, 80),
+      ui::levelThumbKey("level1", false, 60, 40),              ui::levelThumbKey("level1", true, 60, 40)};
+  EXPECT_EQ(std::set<std::string>(keys.begin(), keys.end()).size(), keys.size()) << testing::PrintToString(keys);
+}
+
+// Each texel well inside the piece's outline shows the picture at the piece's
+// place on the board, each one well outside is empty: in the piece's texture
+// and in both kinds of thumbnail, each kept in a cache entry of its own.
+TEST_F(Textures, APieceIsPaintedExactlyInsideItsOutline) {
+  core::Puzzle p("level1", 5, 6);  // cells of 100 x 60 with a pad of 10: a box of 120 x 80
+  p.cellW = 100, p.cellH = 60, p.pad = 10, p.boardW = 600, p.boardH = 300;
+  const core::Piece& piece = p.pieces[2 * 6 + 3];
+  // The picture's red grows with x, its green with y; the piece's cell starts at (300, 120).
+  cairo_surface_t* picture = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 600, 300);
+  uint32_t* px = reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(picture));
+  for (int i = 0; i < 600 * 300; ++i) px[i] = (i % 600 * 255 / 599) << 16 | (i / 600 * 255 / 299) << 8;
+  cairo_surface_mark_dirty(picture);
+  cairo_t* cr = cairo_create(picture);
+  core::buildPiecePath(cr, 100, 60, 10, piece.edges);
+  cairo_set_line_width(cr, 5);
+  struct Case { int size; bool square; double scale, offsetY; int w, h; };
+  const Case kCases[] = {{0, false, 1, 0, 120, 80}, {96, true, 0.8, 16, 96, 96}, {96, false, 0.8, 0, 96, 64}};
+  for (const Case& c : kCases) {
+    SDL_Texture* tex = c.size ? ui::pieceThumbTexture("level1", p, piece, picture, c.size, c.square, nullptr, nullptr)
+                              : ui::pieceTexture("level1", p, piece, picture, false);
+    SDL_SetRenderDrawColor(target.renderer(), 0, 0, 0, 0);
+    SDL_RenderClear(target.renderer());
+    ui::gpuBlit(tex, 0, 0, c.w, c.h, 1.0);
+    int wrong = 0;
+    for (int y = 0; y < c.h; y += 2) {
+      for (int x = 0; x < c.w; x += 2) {
+        const double bx = (x + 0.5) / c.scale, by = (y + 0.5 - c.offsetY) / c.scale;
+        if (cairo_in_stroke(cr, bx, by)) continue;  // too near the outline to tell
+        const bool in = cairo_in_fill(cr, bx, by);
+        const uint32_t t = target.pixel(x, y);
+        const double dRed = (t >> 16 & 255) - (bx + 290) * 255 / 599, dGreen = (t >> 8 & 255) - (by + 110) * 255 / 299;
+        wrong += in ? t >> 24 != 255 || std::abs(dRed) > 2.5 || std::abs(dGreen) > 2.5 : t >> 24 != 0;
+      }
+    }
+    EXPECT_EQ(wrong, 0) << "thumbnail of " << c.size << (c.square ? " square" : "");
+  }
+  ui::pieceTexture("level1", p, piece, picture, true);  // the plain look beside the rimmed one
+  EXPECT_EQ(ui::gpuCacheSize(), 4u) << "every picture in an entry of its own";
+  cairo_destroy(cr);
+  cairo_surface_destroy(picture);
 }
 
 }  // namespace

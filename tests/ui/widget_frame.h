@@ -1,5 +1,5 @@
 // A real frame context for widget tests: a cairo image surface the widgets
-// draw on, input fed frame by frame, and ways to look at what was drawn.
+// draw on, and input fed frame by frame.
 #pragma once
 
 #include <cairo.h>
@@ -25,52 +25,26 @@ struct Bounds {
 
 class WidgetFrame : public ::testing::Test {
  protected:
-  static constexpr double kDt = 1.0 / 60;
-
-  // Pointer input for one frame.
-  static ui::Input hoverAt(double x, double y) {
+  // The pointer at (x, y), having moved by dy since the last frame; a release is the click.
+  static ui::Input pointer(double x, double y, bool down, bool pressed, bool released, double dy = 0) {
     ui::Input in;
-    in.mouseX = x;
-    in.mouseY = y;
+    in.mouseX = x, in.mouseY = y, in.dy = dy;
+    in.mouseDown = down, in.mousePressed = pressed, in.mouseReleased = released;
     return in;
   }
-  static ui::Input pressAt(double x, double y) {
-    ui::Input in = hoverAt(x, y);
-    in.mouseDown = in.mousePressed = true;
-    return in;
-  }
-  // The button held, the pointer having moved by dy since the last frame.
-  static ui::Input heldAt(double x, double y, double dy = 0) {
-    ui::Input in = hoverAt(x, y);
-    in.mouseDown = true;
-    in.dy = dy;
-    return in;
-  }
-  // The click: the release of the left button.
-  static ui::Input releaseAt(double x, double y) {
-    ui::Input in = hoverAt(x, y);
-    in.mouseReleased = true;
-    return in;
-  }
+  static ui::Input hoverAt(double x, double y) { return pointer(x, y, false, false, false); }
+  static ui::Input pressAt(double x, double y) { return pointer(x, y, true, true, false); }
+  static ui::Input heldAt(double x, double y, double dy = 0) { return pointer(x, y, true, false, false, dy); }
+  static ui::Input releaseAt(double x, double y) { return pointer(x, y, false, false, true); }
 
-  // The shipped fonts where the tree has them, the machine's otherwise; the
-  // tests look only at geometry the widgets fix, not at glyph metrics.
   static void SetUpTestSuite() {
     testsupport::useShippedAssets();
-    ::testing::internal::CaptureStderr();
     ui::registerBundledFonts();
-    ::testing::internal::GetCapturedStderr();
   }
-
   void SetUp() override { resize(1000, 700); }
-  void TearDown() override {
-    ui::setWidgetTracing(false);
-    ui::widgetTrace().clear();
-  }
+  void TearDown() override { ui::setWidgetTracing(false); }
 
   void resize(int w, int h) {
-    ctx.cr = nullptr;
-    cr_.reset();
     surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h));
     cr_.reset(cairo_create(surface_.get()));
     ctx.cr = cr_.get();
@@ -79,63 +53,37 @@ class WidgetFrame : public ::testing::Test {
   }
 
   // Starts the next frame: a blank canvas, this input, the click not taken.
-  ui::Ctx& frame(const ui::Input& in, double dt = kDt) {
-    cairo_save(cr_.get());
-    cairo_set_operator(cr_.get(), CAIRO_OPERATOR_CLEAR);
-    cairo_paint(cr_.get());
-    cairo_restore(cr_.get());
+  void frame(const ui::Input& in, double dt = 1.0 / 60) {
+    resize(ctx.width, ctx.height);
     ui::widgetTrace().clear();
     ctx.in = in;
     ctx.clickTaken = false;
     ctx.dt = dt;
     ctx.time += dt;
-    return ctx;
   }
 
-  // 0xAARRGGBB, premultiplied, of the pixel at (x, y).
-  uint32_t pixel(int x, int y) const {
-    cairo_surface_flush(surface_.get());
-    const unsigned char* row =
-        cairo_image_surface_get_data(surface_.get()) + y * cairo_image_surface_get_stride(surface_.get());
-    return reinterpret_cast<const uint32_t*>(row)[x];
-  }
-  uint32_t rgb(int x, int y) const { return pixel(x, y) & 0xffffff; }
-  int alpha(int x, int y) const { return static_cast<int>(pixel(x, y) >> 24); }
-
-  // The box around every pixel of the region for which `match` holds.
+  // The box around every pixel (0xAARRGGBB, premultiplied) in the region for which `match` holds.
   template <typename Match>
   Bounds find(int x0, int y0, int x1, int y1, Match match) const {
+    cairo_surface_flush(surface_.get());
+    const unsigned char* data = cairo_image_surface_get_data(surface_.get());
+    const int stride = cairo_image_surface_get_stride(surface_.get());
     Bounds b;
     for (int y = y0; y < y1; ++y) {
       for (int x = x0; x < x1; ++x) {
-        if (!match(pixel(x, y))) continue;
-        if (b.empty()) b = Bounds{x, y, x, y};
-        b.left = std::min(b.left, x);
-        b.right = std::max(b.right, x);
-        b.top = std::min(b.top, y);
-        b.bottom = std::max(b.bottom, y);
+        if (!match(reinterpret_cast<const uint32_t*>(data + y * stride)[x])) continue;
+        b = b.empty() ? Bounds{x, y, x, y}
+                      : Bounds{std::min(b.left, x), std::min(b.top, y), std::max(b.right, x), std::max(b.bottom, y)};
       }
     }
     return b;
   }
-  // Everything drawn at all in the region.
-  Bounds ink(int x0, int y0, int x1, int y1) const {
-    return find(x0, y0, x1, y1, [](uint32_t p) { return (p >> 24) != 0; });
-  }
-  int width() const { return cairo_image_surface_get_width(surface_.get()); }
-  int height() const { return cairo_image_surface_get_height(surface_.get()); }
 
   ui::Ctx ctx;
 
  private:
-  struct SurfaceDeleter {
-    void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
-  };
-  struct ContextDeleter {
-    void operator()(cairo_t* c) const { cairo_destroy(c); }
-  };
-  std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface_;
-  std::unique_ptr<cairo_t, ContextDeleter> cr_;
+  std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface_{nullptr, cairo_surface_destroy};
+  std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cr_{nullptr, cairo_destroy};
 };
 
 }  // namespace widgettest
