@@ -2,7 +2,6 @@
 
 #include <fontconfig/fontconfig.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace testsupport {
@@ -19,27 +18,5 @@ void isolateFonts() {
   FcConfigSetCurrent(empty);
   FcConfigDestroy(empty);  // the current configuration keeps its own reference
 }
-
-namespace {
-
-std::vector<std::string> applicationFontStrings(const char* property) {
-  std::vector<std::string> values;
-  FcFontSet* set = FcConfigGetFonts(FcConfigGetCurrent(), FcSetApplication);
-  for (int i = 0; set && i < set->nfont; ++i) {
-    FcChar8* value = nullptr;
-    for (int n = 0; FcPatternGetString(set->fonts[i], property, n, &value) == FcResultMatch; ++n) {
-      values.emplace_back(reinterpret_cast<const char*>(value));
-    }
-  }
-  std::sort(values.begin(), values.end());
-  values.erase(std::unique(values.begin(), values.end()), values.end());
-  return values;
-}
-
-}  // namespace
-
-std::vector<std::string> registeredFontFiles() { return applicationFontStrings(FC_FILE); }
-
-std::vector<std::string> registeredFontFamilies() { return applicationFontStrings(FC_FAMILY); }
 
 }  // namespace testsupport

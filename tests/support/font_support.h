@@ -4,7 +4,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace testsupport {
 
@@ -17,9 +16,5 @@ void useShippedAssets();
 // Replaces fontconfig's current configuration with an empty one. Call before
 // pango is first used: its font list is read once per process.
 void isolateFonts();
-// The files, and the family names, of the application fonts registered with
-// the current configuration; sorted, without repeats.
-std::vector<std::string> registeredFontFiles();
-std::vector<std::string> registeredFontFamilies();
 
 }  // namespace testsupport

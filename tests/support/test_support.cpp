@@ -142,11 +142,7 @@ ExitStatus Process::wait(double seconds) {
       reaped_ = true;
       return decode(status);
     }
-    if (secondsSince(start) > seconds) {
-      ExitStatus s;
-      s.timedOut = true;
-      return s;
-    }
+    if (secondsSince(start) > seconds) return ExitStatus{};
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
 }

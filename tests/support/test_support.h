@@ -66,7 +66,6 @@ struct ExitStatus {
   bool exited = false;  // false: killed by a signal, or still running at the deadline
   int code = -1;        // exit code when exited
   int signal = 0;       // terminating signal when killed
-  bool timedOut = false;
 };
 
 // A child process whose standard output and error go to files.
