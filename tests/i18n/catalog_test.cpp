@@ -8,6 +8,7 @@
 #include <cstring>
 #include <map>
 #include <regex>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -76,16 +77,15 @@ TEST(Catalogues, TwentyTwoLanguagesInTheirOrderWithNamesAndDirection) {
   EXPECT_EQ(langs[21].nativeName, "עברית");
 }
 
-TEST(Catalogues, EveryCatalogueHoldsTheSame99KeysSortedByKey) {
+TEST(Catalogues, EveryCatalogueHoldsTheSameKeysOnceEach) {
   const Catalog& en = catalog("en");
+  std::set<std::string> keys;
+  for (size_t i = 0; i < en.count; ++i) EXPECT_TRUE(keys.insert(en.entries[i].key).second) << en.entries[i].key;
   for (const Catalog& c : kCatalogs) {
-    ASSERT_EQ(c.count, 99u) << c.code;
+    ASSERT_EQ(c.count, 100u) << c.code;
     for (size_t i = 0; i < c.count; ++i) {
       ASSERT_TRUE(c.entries[i].key && c.entries[i].text) << c.code << " entry " << i << " is missing";
       EXPECT_STREQ(c.entries[i].key, en.entries[i].key) << c.code;
-      if (i > 0) {
-        EXPECT_LT(std::strcmp(c.entries[i - 1].key, c.entries[i].key), 0) << c.code << " at " << c.entries[i].key;
-      }
     }
   }
 }
