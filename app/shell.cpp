@@ -234,6 +234,7 @@ void runFrame(Shell& sh) {
 }
 
 void shutdown(Shell& sh) {
+  ui::Game::instance().saveNow();
   store::saveSettings();
   ui::imagesShutdown();
   ui::gpuShutdown();
