@@ -6,18 +6,13 @@
 #include "tests/support/stderr_capture.h"
 #include "tests/support/test_support.h"
 
-namespace {
-
 TEST(NoSoundDevice, OnlyTheGamesOwnLineIsPrinted) {
   // A device name no machine has makes the sound library fail everywhere.
-  testsupport::ScopedEnv driver("SDL_AUDIODRIVER", "alsa");
-  testsupport::ScopedEnv device("AUDIODEV", "tessellatrix-no-such-device");
-  testsupport::StderrCapture err;
-  audio::init();
-  EXPECT_FALSE(audio::ready());
-  audio::shutdown();
-  EXPECT_EQ(err.text().rfind("[audio] Mix_OpenAudio: ", 0), 0u) << err.text();
-  EXPECT_EQ(err.text().find('\n'), err.text().size() - 1) << err.text();
+  testsupport::ScopedEnv driver("SDL_AUDIODRIVER", "alsa"), device("AUDIODEV", "tessellatrix-no-such-device");
+  const std::string err = testsupport::stderrOf([] {
+    audio::init();
+    EXPECT_FALSE(audio::ready());
+  });
+  EXPECT_EQ(err.find("[audio] Mix_OpenAudio: "), 0u) << err;
+  EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
 }
-
-}  // namespace

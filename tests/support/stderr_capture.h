@@ -1,47 +1,28 @@
-// Collects what is written to standard error, through the C stream or the
-// file descriptor, while the object lives.
+// What a piece of code writes to standard error, through the C stream or the
+// file descriptor alike.
 #pragma once
 
 #include <unistd.h>
 
 #include <cstdio>
+#include <functional>
 #include <string>
 
 namespace testsupport {
 
-class StderrCapture {
- public:
-  StderrCapture() : file_(std::tmpfile()), saved_(::dup(2)) {
-    std::fflush(stderr);
-    ::dup2(::fileno(file_), 2);
-  }
-  ~StderrCapture() {
-    restore();
-    std::fclose(file_);
-  }
-  StderrCapture(const StderrCapture&) = delete;
-  StderrCapture& operator=(const StderrCapture&) = delete;
-
-  // Everything so far; capturing ends here.
-  std::string text() {
-    restore();
-    std::string all;
-    std::rewind(file_);
-    for (int c; (c = std::fgetc(file_)) != EOF;) all += static_cast<char>(c);
-    return all;
-  }
-
- private:
-  void restore() {
-    if (saved_ < 0) return;
-    std::fflush(stderr);
-    ::dup2(saved_, 2);
-    ::close(saved_);
-    saved_ = -1;
-  }
-
-  std::FILE* file_;
-  int saved_;
-};
+inline std::string stderrOf(const std::function<void()>& run) {
+  std::FILE* file = std::tmpfile();
+  std::fflush(stderr);
+  const int saved = ::dup(2);
+  ::dup2(::fileno(file), 2);
+  run();
+  std::fflush(stderr);
+  ::dup2(saved, 2);
+  ::close(saved);
+  std::string text(static_cast<size_t>(::lseek(::fileno(file), 0, SEEK_END)), '\0');
+  ::pread(::fileno(file), text.data(), text.size(), 0);
+  std::fclose(file);
+  return text;
+}
 
 }  // namespace testsupport
