@@ -76,6 +76,18 @@ bool printInfoRequest(int argc, char** argv) {
   return false;
 }
 
+// A second copy on the same data folder could empty the first one's files:
+// it says so and ends, leaving the folder as it is. The settings file is only
+// peeked at for the player's language.
+void reportDataDirInUse() {
+  std::fprintf(stderr, "[storage] %s wird schon von einem anderen laufenden Spiel benutzt \xE2\x80\x94 beendet\n",
+               paths::dataDir().c_str());
+  i18n::setLanguage(store::storedLanguage());
+  // Without a display the line above is all there is.
+  SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, platform::kAppTitle, i18n::tr("app.alreadyRunning").c_str(),
+                           nullptr);
+}
+
 void applyStartScreen(const store::Settings& settings) {
   const char* name = std::getenv("TESSELLATRIX_SCREEN");
   if (!name) return;
@@ -203,6 +215,7 @@ void runFrame(Shell& sh) {
 }
 
 void shutdown(Shell& sh) {
+  ui::Game::instance().saveNow();
   store::saveSettings();
   ui::imagesShutdown();
   ui::gpuShutdown();
@@ -224,6 +237,10 @@ int run(int argc, char** argv) {
   platform::installCrashHandler();
   paths::prepareFontconfig();
 
+  if (!store::claimDataDir()) {
+    reportDataDirInUse();
+    return 0;
+  }
   store::init();
   Shell sh;  // its settings are the store's record
   sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);

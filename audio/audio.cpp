@@ -2,6 +2,7 @@
 
 #include <SDL.h>
 #include <SDL_mixer.h>
+#include <alsa/asoundlib.h>
 
 #include <cstdio>
 #include <map>
@@ -79,11 +80,17 @@ void loadMusic(State& s) {
   if (!s.music) std::fprintf(stderr, "[audio] Musik fehlt: %s (%s)\n", path.c_str(), SDL_GetError());
 }
 
+// ALSA's library prints its own lines for every configuration step that
+// fails when there is no sound card; SDL's error text, printed once in the
+// game's own words, says all a player needs.
+void ignoreAlsaMessage(const char*, int, const char*, int, const char*, ...) {}
+
 }  // namespace
 
 void init() {
   State& s = state();
   if (s.ready) return;
+  snd_lib_error_set_handler(ignoreAlsaMessage);
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
     std::fprintf(stderr, "[audio] kein Klang-Subsystem: %s\n", SDL_GetError());
     return;

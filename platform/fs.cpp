@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -108,6 +109,15 @@ bool writeFile(const std::string& path, const std::string& data) {
   const bool written = std::fwrite(data.data(), 1, data.size(), f.get()) == data.size();
   // Closing flushes the buffer, so its result counts as much as the write's.
   return std::fclose(f.release()) == 0 && written;
+}
+
+Lock lockForLife(const std::string& path) {
+  const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (fd < 0) return Lock::Unavailable;
+  if (::flock(fd, LOCK_EX | LOCK_NB) == 0) return Lock::Held;  // fd stays open on purpose
+  const bool busy = errno == EWOULDBLOCK;
+  ::close(fd);
+  return busy ? Lock::Busy : Lock::Unavailable;
 }
 
 }  // namespace platform::fs

@@ -23,4 +23,11 @@ bool readFile(const std::string& path, std::string* out);
 // closing included (a partly written file may then remain).
 bool writeFile(const std::string& path, const std::string& data);
 
+enum class Lock { Held, Busy, Unavailable };
+// Takes an exclusive lock on `path` (created if missing) and keeps it for the
+// rest of the process's life; the system lets go of it when the process
+// ends, however it ends. Busy: another process holds it. Unavailable: the
+// file cannot be opened or locked at all.
+Lock lockForLife(const std::string& path);
+
 }  // namespace platform::fs

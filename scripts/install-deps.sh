@@ -5,7 +5,7 @@ set -eu
 
 PACKAGES="
 build-essential cmake pkg-config
-libsdl2-dev libsdl2-mixer-dev
+libsdl2-dev libsdl2-mixer-dev libasound2-dev
 libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev
 libstb-dev libsodium-dev
 libgtest-dev

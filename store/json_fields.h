@@ -3,6 +3,7 @@
 // keeps what it had.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -27,8 +28,15 @@ inline bool readNumber(const js::Value& v, double* out) {
   return true;
 }
 
-inline void readInt64(const js::Value& v, int64_t* out) {
-  if (v.isNumber()) *out = v.asInt64(*out);
+// The clamped readers: whatever a file says, the value ends up in lo..hi.
+inline void readNumber(const js::Value& v, double* out, double lo, double hi) {
+  if (readNumber(v, out)) *out = std::clamp(*out, lo, hi);
+}
+
+inline int readInt(const js::Value& v, int def, int lo, int hi) { return std::clamp(v.asInt(def), lo, hi); }
+
+inline void readInt64(const js::Value& v, int64_t* out, int64_t lo, int64_t hi) {
+  if (v.isNumber()) *out = std::clamp(v.asInt64(*out), lo, hi);
 }
 
 // The writer's side of the same guarantee: whatever the game hands in, the

@@ -10,6 +10,14 @@
 
 namespace store {
 
+// What a number read from the saves file is clamped to before the game
+// computes with it: room for any real game, and far from overflowing.
+inline constexpr int64_t kMaxPlayMs = 100LL * 365 * 24 * 3600 * 1000;  // a century of play
+// Stamps may lie either side of 1970, up to the end of the year 9999.
+inline constexpr int64_t kMaxStampMs = 253402300799999;
+inline constexpr int kMaxGridSide = 100;       // rows or columns
+inline constexpr double kMaxCoordinate = 1e6;  // board units, either sign
+
 struct SavedPiece {
   std::string id;
   double x = 0;

@@ -56,9 +56,9 @@ js::Value solveJson(const SolveEntry& e) {
 SavedPiece pieceFrom(const js::Value& v) {
   SavedPiece p;
   readString(v["id"], &p.id);
-  p.rotation = v["rotation"].asInt(0);
-  readNumber(v["x"], &p.x);
-  readNumber(v["y"], &p.y);
+  p.rotation = readInt(v["rotation"], 0, -360, 360);
+  readNumber(v["x"], &p.x, -kMaxCoordinate, kMaxCoordinate);
+  readNumber(v["y"], &p.y, -kMaxCoordinate, kMaxCoordinate);
   readBool(v["placed"], &p.placed);
   readBool(v["inTray"], &p.inTray);
   return p;
@@ -67,17 +67,17 @@ SavedPiece pieceFrom(const js::Value& v) {
 void puzzleFrom(const js::Value& v, SavedPuzzle* p) {
   if (!v.isObject() || !v["imageId"].isString()) return;
   p->imageId = v["imageId"].string;
-  p->rows = v["rows"].asInt(0);
-  p->cols = v["cols"].asInt(0);
-  readNumber(v["boardW"], &p->boardW);
-  readNumber(v["boardH"], &p->boardH);
-  readNumber(v["boardX"], &p->boardX);
-  readNumber(v["boardY"], &p->boardY);
+  p->rows = readInt(v["rows"], 0, 0, kMaxGridSide);
+  p->cols = readInt(v["cols"], 0, 0, kMaxGridSide);
+  for (const auto& [key, field] : {std::pair{"boardW", &p->boardW}, std::pair{"boardH", &p->boardH},
+                                   std::pair{"boardX", &p->boardX}, std::pair{"boardY", &p->boardY}}) {
+    readNumber(v[key], field, -kMaxCoordinate, kMaxCoordinate);
+  }
   // Only the exact word turns the board upright; "Portrait" does not.
   const js::Value& orientation = v["orientation"];
   p->landscape = !(orientation.isString() && orientation.string == "portrait");
-  readInt64(v["elapsedMs"], &p->elapsedMs);
-  readInt64(v["savedAt"], &p->savedAt);
+  readInt64(v["elapsedMs"], &p->elapsedMs, 0, kMaxPlayMs);
+  readInt64(v["savedAt"], &p->savedAt, -kMaxStampMs, kMaxStampMs);
   p->rotationMode = rotationModeFromName(v["rotationMode"]);
   p->pieces.clear();
   const js::Value& pieces = v["pieces"];
@@ -91,10 +91,10 @@ SolveEntry solveFrom(const js::Value& v) {
   SolveEntry e;
   readString(v["id"], &e.id);
   readString(v["imageId"], &e.imageId);
-  e.rows = v["rows"].asInt(0);
-  e.cols = v["cols"].asInt(0);
-  readInt64(v["elapsedMs"], &e.elapsedMs);
-  readInt64(v["solvedAt"], &e.solvedAt);
+  e.rows = readInt(v["rows"], 0, 0, kMaxGridSide);
+  e.cols = readInt(v["cols"], 0, 0, kMaxGridSide);
+  readInt64(v["elapsedMs"], &e.elapsedMs, 0, kMaxPlayMs);
+  readInt64(v["solvedAt"], &e.solvedAt, -kMaxStampMs, kMaxStampMs);
   return e;
 }
 

@@ -74,13 +74,15 @@ constexpr FieldKey<OptColor> kColorKeys[] = {
 struct IntKey {
   const char* key;
   int Settings::*field;
-  int minimum;
+  int minimum, maximum;
 };
+// Far beyond any screen, far from overflowing when the window is placed.
+constexpr int kMaxWindowUnits = 1000000;
 constexpr IntKey kIntKeys[] = {
-    {"windowW", &Settings::windowW, 640},
-    {"windowH", &Settings::windowH, 480},
-    {"windowX", &Settings::windowX, INT32_MIN},
-    {"windowY", &Settings::windowY, INT32_MIN},
+    {"windowW", &Settings::windowW, 640, kMaxWindowUnits},
+    {"windowH", &Settings::windowH, 480, kMaxWindowUnits},
+    {"windowX", &Settings::windowX, -kMaxWindowUnits, kMaxWindowUnits},
+    {"windowY", &Settings::windowY, -kMaxWindowUnits, kMaxWindowUnits},
 };
 
 void readVolume(const js::Value& v, double* out) {
@@ -159,7 +161,7 @@ void settingsFromJson(const js::Value& doc, Settings* s) {
   }
   for (const IntKey& k : kIntKeys) {
     const js::Value& v = doc[k.key];
-    if (v.isNumber()) s->*k.field = std::max(v.asInt(0), k.minimum);
+    if (v.isNumber()) s->*k.field = readInt(v, 0, k.minimum, k.maximum);
   }
 }
 

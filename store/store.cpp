@@ -2,7 +2,9 @@
 
 #include <chrono>
 
+#include "platform/fs.h"
 #include "platform/paths.h"
+#include "platform/seal.h"
 #include "store/saves_json.h"
 #include "store/sealed_file.h"
 #include "store/settings_json.h"
@@ -40,6 +42,20 @@ void writeSaves() {
 }
 
 }  // namespace
+
+bool claimDataDir() {
+  return platform::fs::lockForLife(paths::dataDir() + "/tessellatrix.lock") != platform::fs::Lock::Busy;
+}
+
+std::string storedLanguage() {
+  std::string sealed, plain;
+  Settings s;
+  if (platform::fs::readFile(settingsPath(), &sealed) &&
+      platform::saveDecrypt(sealed, &plain) == platform::SealResult::Ok) {
+    settingsFromJson(js::parse(plain), &s);
+  }
+  return s.language;
+}
 
 void init() {
   State& s = state();

@@ -18,6 +18,15 @@ namespace store {
 // The history keeps the newest solves only.
 inline constexpr size_t kMaxSolves = 200;
 
+// Makes this process the only one using the data folder, before anything in
+// it is read or written: two games writing the same files can empty them.
+// False when another process has it; the caller must then leave the folder
+// alone. A folder that cannot be locked at all (read-only) is not refused.
+bool claimDataDir();
+// The language the settings file names, read without loading the settings
+// and without setting a damaged file aside ("" when there is none).
+std::string storedLanguage();
+
 // Reads both files, once per process; later calls return at once.
 void init();
 

@@ -39,6 +39,8 @@ class Screen {
   virtual ~Screen() = default;
   // Handles the frame's input and draws the frame, in one call.
   virtual void update(Ctx& ctx) = 0;
+  // The game is ending: whatever would be saved a moment later is saved now.
+  virtual void saveNow() {}
 };
 
 class Game {
@@ -55,6 +57,9 @@ class Game {
   void back();
   void ensureScreen();
   void update(Ctx& ctx);
+  void saveNow() {
+    if (current_) current_->saveNow();
+  }
 
   const std::vector<GameState>& stack() const { return stack_; }
   const GameState& top() const { return stack_.back(); }

@@ -1,6 +1,7 @@
 // The compiled-in translation tables: one catalogue per language, each the
-// same keys sorted by key. The texts live in entries_<code>.cpp, one file per
-// language; the CJK font is cut down to the characters found there.
+// same keys (sorted by key, newer keys appended at the end). The texts live
+// in entries_<code>.cpp, one file per language; the CJK font is cut down to
+// the characters found there.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +22,7 @@ struct Catalog {
   size_t count;
 };
 
-inline constexpr size_t kKeyCount = 99;
+inline constexpr size_t kKeyCount = 100;
 inline constexpr size_t kCatalogCount = 22;
 
 extern const Catalog kCatalogs[kCatalogCount];

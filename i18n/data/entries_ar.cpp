@@ -103,6 +103,7 @@ const Entry kEntries_ar[kKeyCount] = {
     {"solved.backToMenu", "العودة إلى القائمة"},
     {"solved.time", "الوقت: {{time}}"},
     {"solved.title", "تم الحل!"},
+    {"app.alreadyRunning", "اللعبة مفتوحة بالفعل في نافذة أخرى. ستُغلق هذه النسخة الثانية دون تغيير أي شيء."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_cs[kKeyCount] = {
     {"solved.backToMenu", "Zpět do menu"},
     {"solved.time", "Čas: {{time}}"},
     {"solved.title", "Složeno!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle je už otevřené v jiném okně. Tato druhá kopie se zavře, aniž by cokoli změnila."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_da[kKeyCount] = {
     {"solved.backToMenu", "Tilbage til menuen"},
     {"solved.time", "Tid: {{time}}"},
     {"solved.title", "Løst!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle er allerede åbent i et andet vindue. Denne anden kopi lukker uden at ændre noget."},
 };
 
 }  // namespace i18n_data

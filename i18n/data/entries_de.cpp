@@ -103,6 +103,7 @@ const Entry kEntries_de[kKeyCount] = {
     {"solved.backToMenu", "Zurück zum Menü"},
     {"solved.time", "Zeit: {{time}}"},
     {"solved.title", "Gelöst!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle läuft bereits in einem anderen Fenster. Dieser zweite Start wird beendet, ohne etwas zu verändern."},
 };
 
 }  // namespace i18n_data

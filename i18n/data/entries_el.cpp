@@ -103,6 +103,7 @@ const Entry kEntries_el[kKeyCount] = {
     {"solved.backToMenu", "Πίσω στο μενού"},
     {"solved.time", "Χρόνος: {{time}}"},
     {"solved.title", "Λύθηκε!"},
+    {"app.alreadyRunning", "Το Quillmoss's Puzzle είναι ήδη ανοιχτό σε άλλο παράθυρο. Αυτό το δεύτερο αντίγραφο κλείνει χωρίς να αλλάξει τίποτα."},
 };
 
 }  // namespace i18n_data

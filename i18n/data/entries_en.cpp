@@ -103,6 +103,7 @@ const Entry kEntries_en[kKeyCount] = {
     {"solved.backToMenu", "Back to menu"},
     {"solved.time", "Time: {{time}}"},
     {"solved.title", "Solved!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle is already open in another window. This second copy closes without changing anything."},
 };
 
 }  // namespace i18n_data

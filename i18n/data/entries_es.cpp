@@ -103,6 +103,7 @@ const Entry kEntries_es[kKeyCount] = {
     {"solved.backToMenu", "Volver al menú"},
     {"solved.time", "Tiempo: {{time}}"},
     {"solved.title", "¡Resuelto!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle ya está abierto en otra ventana. Esta segunda copia se cerrará sin cambiar nada."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_fi[kKeyCount] = {
     {"solved.backToMenu", "Takaisin valikkoon"},
     {"solved.time", "Aika: {{time}}"},
     {"solved.title", "Ratkaistu!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle on jo auki toisessa ikkunassa. Tämä toinen kopio sulkeutuu muuttamatta mitään."},
 };
 
 }  // namespace i18n_data

@@ -105,6 +105,7 @@ const Entry kEntries_fr[kKeyCount] = {
     {"solved.backToMenu", "Retour au menu"},
     {"solved.time", "Temps : {{time}}"},
     {"solved.title", "Résolu !"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle est déjà ouvert dans une autre fenêtre. Ce second lancement se ferme sans rien modifier."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_he[kKeyCount] = {
     {"solved.backToMenu", "חזרה לתפריט"},
     {"solved.time", "זמן: {{time}}"},
     {"solved.title", "נפתר!"},
+    {"app.alreadyRunning", "המשחק כבר פתוח בחלון אחר. העותק הזה ייסגר בלי לשנות דבר."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_hu[kKeyCount] = {
     {"solved.backToMenu", "Vissza a menübe"},
     {"solved.time", "Idő: {{time}}"},
     {"solved.title", "Kirakva!"},
+    {"app.alreadyRunning", "A Quillmoss's Puzzle már nyitva van egy másik ablakban. Ez a második példány bezárul, és semmin sem változtat."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_it[kKeyCount] = {
     {"solved.backToMenu", "Torna al menu"},
     {"solved.time", "Tempo: {{time}}"},
     {"solved.title", "Risolto!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle è già aperto in un’altra finestra. Questa seconda copia si chiude senza modificare nulla."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_ja[kKeyCount] = {
     {"solved.backToMenu", "メニューに戻る"},
     {"solved.time", "タイム：{{time}}"},
     {"solved.title", "クリア！"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle はすでに別のウィンドウで開いています。こちらは何も変更せずに終了します。"},
 };
 
 }  // namespace i18n_data

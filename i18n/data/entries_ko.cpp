@@ -103,6 +103,7 @@ const Entry kEntries_ko[kKeyCount] = {
     {"solved.backToMenu", "메뉴로 돌아가기"},
     {"solved.time", "시간: {{time}}"},
     {"solved.title", "완성!"},
+    {"app.alreadyRunning", "게임이 이미 다른 창에서 실행 중입니다. 이 창은 아무것도 변경하지 않고 종료됩니다."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_nl[kKeyCount] = {
     {"solved.backToMenu", "Terug naar menu"},
     {"solved.time", "Tijd: {{time}}"},
     {"solved.title", "Opgelost!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle is al geopend in een ander venster. Deze tweede kopie sluit af zonder iets te wijzigen."},
 };
 
 }  // namespace i18n_data

@@ -105,6 +105,7 @@ const Entry kEntries_pl[kKeyCount] = {
     {"solved.backToMenu", "Powrót do menu"},
     {"solved.time", "Czas: {{time}}"},
     {"solved.title", "Ułożone!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle jest już otwarte w innym oknie. Ta druga kopia zostanie zamknięta bez wprowadzania zmian."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_pt[kKeyCount] = {
     {"solved.backToMenu", "Voltar ao menu"},
     {"solved.time", "Tempo: {{time}}"},
     {"solved.title", "Resolvido!"},
+    {"app.alreadyRunning", "O Quillmoss's Puzzle já está aberto em outra janela. Esta segunda cópia será fechada sem alterar nada."},
 };
 
 }  // namespace i18n_data

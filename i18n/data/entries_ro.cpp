@@ -103,6 +103,7 @@ const Entry kEntries_ro[kKeyCount] = {
     {"solved.backToMenu", "Înapoi la meniu"},
     {"solved.time", "Timp: {{time}}"},
     {"solved.title", "Rezolvat!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle este deja deschis într-o altă fereastră. Această a doua copie se închide fără să modifice nimic."},
 };
 
 }  // namespace i18n_data

@@ -105,6 +105,7 @@ const Entry kEntries_ru[kKeyCount] = {
     {"solved.backToMenu", "В меню"},
     {"solved.time", "Время: {{time}}"},
     {"solved.title", "Пазл собран!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle уже открыт в другом окне. Эта вторая копия закроется, ничего не изменив."},
 };
 
 }  // namespace i18n_data

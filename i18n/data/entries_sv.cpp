@@ -103,6 +103,7 @@ const Entry kEntries_sv[kKeyCount] = {
     {"solved.backToMenu", "Tillbaka till menyn"},
     {"solved.time", "Tid: {{time}}"},
     {"solved.title", "Löst!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle är redan öppet i ett annat fönster. Den här andra kopian stängs utan att ändra något."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_tr[kKeyCount] = {
     {"solved.backToMenu", "Menüye dön"},
     {"solved.time", "Süre: {{time}}"},
     {"solved.title", "Çözüldü!"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle zaten başka bir pencerede açık. Bu ikinci kopya hiçbir şeyi değiştirmeden kapanıyor."},
 };
 
 }  // namespace i18n_data

@@ -103,6 +103,7 @@ const Entry kEntries_zh[kKeyCount] = {
     {"solved.backToMenu", "返回菜单"},
     {"solved.time", "用时：{{time}}"},
     {"solved.title", "完成！"},
+    {"app.alreadyRunning", "Quillmoss's Puzzle 已在另一个窗口中打开。这个副本将直接退出，不做任何更改。"},
 };
 
 }  // namespace i18n_data

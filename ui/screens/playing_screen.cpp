@@ -35,6 +35,7 @@ std::unique_ptr<Screen> makePlayingScreen(std::string levelId, int rows, int col
 void PlayingScreen::update(Ctx& ctx) {
   store::Settings& settings = store::settings();
   headerH_ = headerHeightFor(ctx, settings);
+  landscape_ = ctx.width > ctx.height;
   puzzle_.layout(ctx.width, ctx.height, headerH_, settings.boardLayout, TrayStrips::kExtent);
   tray_.layout(ctx.width, ctx.height, headerH_);
   if (first_) firstFrame(ctx, settings);
@@ -137,12 +138,19 @@ void PlayingScreen::checkSolved(const Ctx& ctx) {
 void PlayingScreen::autosave(const Ctx& ctx, bool force) {
   if (!dirty_ || solved()) return;
   if (!force && ctx.time - lastSave_ <= kAutosaveInterval) return;
-  store::SavedPuzzle record = puzzle_.snapshot(ctx.width > ctx.height);
+  saveNow();
+  lastSave_ = ctx.time;
+}
+
+// Also called when the game ends: the moves of the last moment and the play
+// time since the last save are kept.
+void PlayingScreen::saveNow() {
+  if (solved() || first_ || (!dirty_ && puzzle_.elapsedMs == savedClockMs_)) return;
+  store::SavedPuzzle record = puzzle_.snapshot(landscape_);
   record.rotationMode = store::settings().rotationMode;
   store::savePuzzle(record);
   savedClockMs_ = puzzle_.elapsedMs;
   dirty_ = false;
-  lastSave_ = ctx.time;
 }
 
 // The clock is part of the game: leaving saves it even without a move.

@@ -28,6 +28,7 @@ class PlayingScreen : public Screen {
  public:
   PlayingScreen(std::string levelId, int rows, int cols);
   void update(Ctx& ctx) override;
+  void saveNow() override;
 
   // For tests and tools: the state the screen plays on.
   const core::Puzzle& puzzle() const { return puzzle_; }
@@ -92,7 +93,7 @@ class PlayingScreen : public Screen {
   double startedAt_ = 0;
   bool dirty_ = false;
   double lastSave_ = -1e9;
-  bool landscape_ = true;
+  bool landscape_ = true;  // the window's shape in the last frame
   double solvedAt_ = -1;
   Dialog dialog_ = Dialog::None;
   bool paused_ = false;
