@@ -170,6 +170,30 @@ TEST_F(GameBinary, ASecondSignalEndsItAtOnce) {
   EXPECT_TRUE(st.code == 128 + SIGTERM || st.code == 128 + SIGHUP) << st.code;
 }
 
+// Two copies on one data folder would overwrite each other's saves: the
+// second says so and ends at once, touching nothing. Without a display its
+// message box cannot open, and the line on standard error remains.
+TEST_F(GameBinary, ASecondCopyOnTheSameFolderEndsWithoutTouchingIt) {
+  auto first = startDrawing({}, {{"TESSELLATRIX_SCREEN", "playing"}});
+  const auto folder = [&] {
+    std::string all;
+    for (const std::string& name : platform::fs::listDir(data.file("tessellatrix"))) {
+      all += name + testsupport::readFile(data.file("tessellatrix/" + name));
+    }
+    return all;
+  };
+  const std::string before = folder();
+  auto second = start({}, {{"DISPLAY", std::nullopt}});
+  const ExitStatus st = second->wait(15);
+  EXPECT_TRUE(st.exited && st.code == 0) << st.code;
+  EXPECT_EQ(second->err().find("[storage] " + data.file("tessellatrix") + " wird schon von einem anderen laufenden Spiel"),
+            0u)
+      << second->err();
+  EXPECT_EQ(folder(), before);
+  first->signal(SIGTERM);
+  EXPECT_EQ(first->wait(15).code, 0);
+}
+
 TEST_F(GameBinary, ASegfaultLeavesACrashReportAndStillKills) {
   auto game = startDrawing({}, {{"TESSELLATRIX_SCREEN", "playing"}});
   game->signal(SIGSEGV);

@@ -10,10 +10,12 @@
 
 #include <chrono>
 #include <random>
+#include <regex>
 #include <thread>
 
 #include "platform/fs.h"
 #include "platform/paths.h"
+#include "js/json.h"
 #include "platform/seal.h"
 #include "store/saves_json.h"
 #include "store/sealed_file.h"
@@ -115,6 +117,46 @@ TEST(CrashSafety, NoSaveIsLostWhenTheGameIsKilledWhileSaving) {
   EXPECT_GE(onDisk, 20) << "the children hardly ever finished a save";
 }
 
+// What the game does from its start on: claim the folder (or leave at once),
+// then save after every move, without end.
+pid_t startWriter() {
+  const pid_t pid = ::fork();
+  if (pid != 0) return pid;
+  if (!store::claimDataDir()) _exit(0);
+  store::SavedPuzzle puzzle;
+  puzzle.imageId = "level1";
+  puzzle.pieces.resize(30);
+  for (;; puzzle.pieces[0].x += 1) store::savePuzzle(puzzle);
+}
+
+// Two copies of the game on one folder, killed at random while they save:
+// the second waits for the folder, and no kill loses the saves file.
+TEST(CrashSafety, NoKillOfTwoCopiesOnOneFolderLosesTheSaves) {
+  const std::string saves = paths::dataDir() + "/saves.dat";
+  std::mt19937 random(7);
+  pid_t writers[2] = {startWriter(), startWriter()};
+  int kills = 0, lost = 0, good = 0;
+  for (; kills < 200 && !platform::fs::isFile(saves + ".manipuliert"); ++kills) {
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 6000));
+    pid_t& victim = writers[random() % 2];
+    ::kill(victim, SIGKILL);
+    ::waitpid(victim, nullptr, 0);
+    std::string sealed;
+    const bool ok = platform::fs::readFile(saves, &sealed) &&
+                    platform::saveDecrypt(sealed, nullptr) == platform::SealResult::Ok;
+    good += ok;
+    lost += good > 0 && !ok;
+    victim = startWriter();
+  }
+  for (pid_t pid : writers) {
+    ::kill(pid, SIGKILL);
+    ::waitpid(pid, nullptr, 0);
+  }
+  EXPECT_GT(good, 0);
+  EXPECT_EQ(lost, 0) << "in " << kills << " kills";
+  EXPECT_EQ(kills, 200) << "the saves were set aside as damaged";
+}
+
 TEST(CrashSafety, ASaveReachesTheDiskBeforeItReplacesTheLastOne) {
   const std::string path = dataFile("saves.dat");
   g_watch = true;
@@ -171,6 +213,36 @@ TEST(Store, TheSavesFileKeepsThePuzzleAndTheNewest200Solves) {
   EXPECT_EQ(solves.front().imageId + " " + solves.back().imageId, "level200 level1") << "newest first";
   store::clearPuzzle();
   EXPECT_FALSE(openSealed("saves.dat").has("current_puzzle"));
+}
+
+// The document with every N replaced by the number.
+js::Value withNumber(const char* doc, const std::string& n) {
+  return js::parse(std::regex_replace(doc, std::regex("N"), n));
+}
+
+#define EXPECT_WITHIN(v, lo, hi) EXPECT_TRUE((v) >= (lo) && (v) <= (hi)) << #v << " = " << (v) << " from " << n
+
+TEST(Store, EveryNumberOfTheFilesLandsInItsRange) {
+  for (const std::string n : {"1e400", "-1e400", "9.3e18", "-9.3e18", "1e300", "4e9", "-4e9"}) {
+    store::SavedPuzzle p;
+    std::vector<store::SolveEntry> solves;
+    store::savesFromJson(withNumber(R"({"current_puzzle":{"imageId":"l","rows":N,"cols":N,"boardW":N,"boardH":N,
+        "boardX":N,"boardY":N,"elapsedMs":N,"savedAt":N,"pieces":[{"x":N,"y":N,"rotation":N}]},
+        "solves_list":[{"rows":N,"cols":N,"elapsedMs":N,"solvedAt":N}]})", n), &p, &solves);
+    ASSERT_TRUE(p.pieces.size() == 1 && solves.size() == 1) << n;
+    const store::SolveEntry& e = solves[0];
+    EXPECT_WITHIN(p.elapsedMs, 0, store::kMaxPlayMs);
+    EXPECT_WITHIN(e.elapsedMs, 0, store::kMaxPlayMs);
+    for (int64_t stamp : {p.savedAt, e.solvedAt}) EXPECT_WITHIN(stamp, -store::kMaxStampMs, store::kMaxStampMs);
+    for (int side : {p.rows, p.cols, e.rows, e.cols}) EXPECT_WITHIN(side, 0, store::kMaxGridSide);
+    for (double c : {p.boardW, p.boardH, p.boardX, p.boardY, p.pieces[0].x, p.pieces[0].y}) {
+      EXPECT_WITHIN(c, -store::kMaxCoordinate, store::kMaxCoordinate);
+    }
+    EXPECT_WITHIN(p.pieces[0].rotation, -360, 360);
+    store::Settings s;
+    store::settingsFromJson(withNumber(R"({"windowW":N,"windowH":N,"windowX":N,"windowY":N})", n), &s);
+    for (int v : {s.windowW, s.windowH, s.windowX, s.windowY}) EXPECT_WITHIN(v, -1e6, 1e6);
+  }
 }
 
 }  // namespace

@@ -148,6 +148,8 @@ TEST_F(Playing, MovesAreSavedWithinFourTenthsOfASecondAndLeavingResumesEverythin
   const std::vector<core::Piece> before = puzzle().pieces;
   const int64_t clock = puzzle().elapsedMs;
   ASSERT_NE(turned, nullptr);
+  ui::Game::instance().saveNow();
+  EXPECT_EQ(store::currentPuzzle().elapsedMs, clock) << "quitting saves the clock not saved yet";
   driver->key(SDLK_ESCAPE);
   driver->idle(FrameDriver::kStep);
   EXPECT_EQ(top(), ui::ScreenKind::Menu) << "started on its own, it leaves to the menu";

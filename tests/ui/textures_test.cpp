@@ -4,7 +4,9 @@
 #include <set>
 
 #include "core/outline.h"
+#include "platform/fs.h"
 #include "tests/support/test_support.h"
+#include "ui/textures/board_image.h"
 #include "ui/gpu.h"
 #include "ui/textures/level_thumb.h"
 #include "ui/textures/piece_textures.h"
@@ -91,6 +93,18 @@ TEST_F(Textures, APieceIsPaintedExactlyInsideItsOutline) {
   EXPECT_EQ(ui::gpuCacheSize(), 4u) << "every picture in an entry of its own";
   cairo_destroy(cr);
   cairo_surface_destroy(picture);
+}
+
+TEST(MissingPicture, IsReportedOnceAndNotReadAgain) {
+  testsupport::TempDir root;  // an asset tree without pictures
+  for (const char* dir : {"/assets/fonts", "/assets/levels"}) platform::fs::ensureDir(root.path() + dir);
+  testsupport::ScopedEnv snap("SNAP", std::nullopt), appDir("APPDIR", std::nullopt);
+  testsupport::ScopedEnv assets("TESSELLATRIX_ASSET_DIR", root.path());
+  testing::internal::CaptureStderr();
+  for (int size : {800, 800, 800, 1200}) EXPECT_EQ(ui::boardImage("level1", size, size), nullptr);
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err.find("[image] " + root.path() + "/assets/levels/level1.jpg nicht lesbar"), 0u) << err;
+  EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
 }
 
 }  // namespace
