@@ -23,47 +23,33 @@ void paintTranslucentGreen(cairo_t* cr, void*) {
   cairo_fill(cr);
 }
 
-struct Frame {
-  bool premultiplied = false;
-  bool straightLayer = false;
-  std::vector<uint32_t> pixels;
-};
-
-Frame drawFrame(Uint32 rendererFlags) {
-  Frame f;
-  SDL_Window* window =
-      SDL_CreateWindow("renderers", 0, 0, kSize, kSize, SDL_WINDOW_HIDDEN | (rendererFlags & SDL_RENDERER_SOFTWARE ? 0 : SDL_WINDOW_OPENGL));
+// One frame of both layers on a fresh window and renderer, read back.
+std::vector<uint32_t> drawFrame(Uint32 rendererFlags) {
+  std::vector<uint32_t> pixels(kSize * kSize);
+  const Uint32 windowFlags = SDL_WINDOW_HIDDEN | (rendererFlags & SDL_RENDERER_SOFTWARE ? 0 : SDL_WINDOW_OPENGL);
+  SDL_Window* window = SDL_CreateWindow("renderers", 0, 0, kSize, kSize, windowFlags);
   SDL_Renderer* r = SDL_CreateRenderer(window, -1, rendererFlags);
-  if (!r) {
-    ADD_FAILURE() << "no renderer: " << SDL_GetError();
-    SDL_DestroyWindow(window);
-    return f;
-  }
+  if (!r) ADD_FAILURE() << "no renderer: " << SDL_GetError();
   ui::gpuInit(r);
   ui::gpuSetScale(1.0);
   ui::gpuBeginFrame();
-  f.premultiplied = ui::gpuPremultiplied();
   ui::FrameLayer layer;
   layer.ensure(r, kSize, kSize);
-  f.straightLayer = layer.straightAlpha();
   cairo_t* cr = layer.begin(1.0);
-
   SDL_SetRenderDrawColor(r, 0x0e, 0x13, 0x20, 255);
   SDL_RenderClear(r);
   ui::gpuFillRect(0, 0, 40, 40, 0xff4020, 0.5);
   ui::gpuBlit(ui::gpuTexture("green", 32, 32, paintTranslucentGreen, nullptr), 16, 16, 32, 32, 0.7);
   ui::fillRect(cr, ui::Rect{24, 0, 40, 40}, 0xffffff, 0.5);
   ui::fillRoundedRect(cr, ui::Rect{8, 30, 50, 30}, 8, 0x3050ff, 0.35);
-
   layer.finishDrawing();
   layer.composite(r);
-  f.pixels.resize(kSize * kSize);
-  SDL_RenderReadPixels(r, nullptr, SDL_PIXELFORMAT_ARGB8888, f.pixels.data(), kSize * 4);
+  SDL_RenderReadPixels(r, nullptr, SDL_PIXELFORMAT_ARGB8888, pixels.data(), kSize * 4);
   ui::gpuShutdown();
   layer.release();
   SDL_DestroyRenderer(r);
   SDL_DestroyWindow(window);
-  return f;
+  return pixels;
 }
 
 int channelDiff(uint32_t a, uint32_t b) {
@@ -79,27 +65,16 @@ TEST(Renderers, HalfTransparentFramesMatchOnBothRenderers) {
   testsupport::ScopedEnv driver("SDL_VIDEODRIVER", "x11");
   ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
 
-  const Frame accelerated = drawFrame(SDL_RENDERER_ACCELERATED);
+  const std::vector<uint32_t> accelerated = drawFrame(SDL_RENDERER_ACCELERATED);
   ::testing::internal::CaptureStderr();
-  const Frame software = drawFrame(SDL_RENDERER_SOFTWARE);
+  const std::vector<uint32_t> software = drawFrame(SDL_RENDERER_SOFTWARE);
   ::testing::internal::GetCapturedStderr();
   SDL_Quit();
-
-  ASSERT_EQ(accelerated.pixels.size(), software.pixels.size());
-  ASSERT_FALSE(accelerated.pixels.empty());
-  EXPECT_TRUE(accelerated.premultiplied);
-  EXPECT_FALSE(accelerated.straightLayer);
-  EXPECT_FALSE(software.premultiplied) << "the software renderer refuses the premultiplied mode";
-  EXPECT_TRUE(software.straightLayer);
-
   int worst = 0;
-  for (size_t i = 0; i < accelerated.pixels.size(); ++i) {
-    worst = std::max(worst, channelDiff(accelerated.pixels[i], software.pixels[i]));
-  }
+  for (size_t i = 0; i < accelerated.size(); ++i) worst = std::max(worst, channelDiff(accelerated[i], software[i]));
   EXPECT_LE(worst, 3) << "largest channel difference between the renderers";
-
   // White at half coverage over the background: each channel halfway to 255.
-  const uint32_t p = software.pixels[5 * kSize + 60];
+  const uint32_t p = software[5 * kSize + 60];
   EXPECT_NEAR(int((p >> 16) & 255), (0x0e + 255) / 2, 2);
   EXPECT_NEAR(int(p & 255), (0x20 + 255) / 2, 2);
 }

@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts, SolvingByMouse,
                                            SolveCase{BoardLayout::ScrollTray, 1}),
                          [](const auto& info) { return "Layout" + std::to_string(info.index); });
 
-TEST_F(Playing, MovesAreSavedWithinFourTenthsOfASecondAndLeavingResumesEverything) {
+TEST_F(Playing, MovesAreSavedWithinFourTenthsOfASecondAndLeavingOrQuittingKeepsEverything) {
   store::clearPuzzle();
   start(BoardLayout::ScrollTray, store::RotationMode::Rot90);
   ASSERT_TRUE(store::currentPuzzle().valid) << "a fresh deal is saved at once";
@@ -142,6 +142,10 @@ TEST_F(Playing, MovesAreSavedWithinFourTenthsOfASecondAndLeavingResumesEverythin
   }
   ASSERT_GT(savedAt, 0);
   EXPECT_LE(savedAt - lastDrop, 0.4 + 2 * FrameDriver::kStep) << "a burst of moves waits at most 0.4 s";
+  const Point c = centreOf(*piece);
+  const ui::Rect strip = screen()->tray().strip(1);
+  driver->drag(c.x, c.y, strip.x + strip.w / 2, strip.y + 50);
+  EXPECT_TRUE(piece->inTray) << "let go over a strip, a piece goes back to it";
   core::Piece* turned = nextGrab(&at);
   driver->rightClick(at.x, at.y);
   driver->idle(2.0);
@@ -250,19 +254,6 @@ TEST_F(Playing, PauseAndLostFocusStopTheClockUntilThePlayerReturns) {
     driver->idle(0.5);
     EXPECT_GT(puzzle().elapsedMs, frozen + 400);
   }
-}
-
-TEST_F(Playing, APieceCarriedBackOverTheTrayReturnsToIt) {
-  store::clearPuzzle();
-  start(BoardLayout::ScrollTray);
-  Point at{};
-  core::Piece* piece = nextGrab(&at);
-  driver->drag(at.x, at.y, 640, 450);
-  EXPECT_FALSE(piece->inTray);
-  const Point c = centreOf(*piece);
-  const ui::Rect strip = screen()->tray().strip(1);
-  driver->drag(c.x, c.y, strip.x + strip.w / 2, strip.y + 50);
-  EXPECT_TRUE(piece->inTray);
 }
 
 TEST_F(Playing, DemoPlacesThatShareOfPiecesOnTheFirstFrame) {

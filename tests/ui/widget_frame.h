@@ -19,8 +19,6 @@ namespace widgettest {
 struct Bounds {
   int left = -1, top = -1, right = -1, bottom = -1;  // inclusive; -1 when nothing matched
   bool empty() const { return left < 0; }
-  double centreX() const { return (left + right) * 0.5; }
-  double centreY() const { return (top + bottom) * 0.5; }
 };
 
 class WidgetFrame : public ::testing::Test {
