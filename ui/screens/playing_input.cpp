@@ -92,14 +92,15 @@ void PlayingScreen::pickUp(core::Piece& piece, double bx, double by, const store
 
 // A piece let go with the pointer over a tray strip goes back to the tray,
 // even when the piece itself still overlaps the board.
-void PlayingScreen::dropHeld(const Ctx& ctx, const store::Settings& settings) {
+void PlayingScreen::dropHeld(const store::Settings& settings) {
   core::Piece& piece = puzzle_.pieces[held_];
-  held_ = -1;
+  const int strip = tray_.stripAt(pointerX_, pointerY_);
   const bool snapped = puzzle_.drop(piece, settings.boardLayout);
-  if (!snapped && puzzle_.layoutMode == store::BoardLayout::ScrollTray &&
-      tray_.stripAt(ctx.in.mouseX, ctx.in.mouseY) >= 0) {
+  if (!snapped && puzzle_.layoutMode == store::BoardLayout::ScrollTray && strip >= 0) {
     piece.inTray = true;
+    tray_.putBack(held_, strip);
   }
+  held_ = -1;
   audio::play(snapped ? audio::Sfx::Snap : audio::Sfx::Drop);
   dirty_ = true;
   if (pickupZoomed_) {
@@ -120,13 +121,15 @@ void PlayingScreen::handlePointer(Ctx& ctx, const store::Settings& settings) {
   const Input& in = ctx.in;
   const double bx = view_.toBoardX(in.mouseX);
   const double by = view_.toBoardY(in.mouseY);
+  pointerX_ = in.mouseX;
+  pointerY_ = in.mouseY;
   if (held_ >= 0) {
     core::Piece& piece = puzzle_.pieces[held_];
     if (in.rightPressed) turn(piece, settings);
     piece.x = piece.restX = bx - grabX_;
     piece.y = piece.restY = by - grabY_;
     if (in.mouseReleased || !in.mouseDown) {
-      dropHeld(ctx, settings);
+      dropHeld(settings);
       ctx.clickTaken = true;  // the release ends the drag; it is nobody's click
     }
     return;

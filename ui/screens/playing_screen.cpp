@@ -40,7 +40,14 @@ void PlayingScreen::update(Ctx& ctx) {
   tray_.layout(ctx.width, ctx.height, headerH_);
   if (first_) firstFrame(ctx, settings);
   // Away from the game (focus lost, minimised) the clock must not run on.
-  if (wasActive_ && !ctx.in.windowActive && !solved()) paused_ = true;
+  if (wasActive_ && !ctx.in.windowActive && !solved()) {
+    paused_ = true;
+    letGo();
+  }
+  // A new window size moves the board under the piece in hand.
+  if (ctx.width != lastW_ || ctx.height != lastH_) letGo();
+  lastW_ = ctx.width;
+  lastH_ = ctx.height;
   wasActive_ = ctx.in.windowActive;
   advanceClock(ctx);
 
@@ -101,13 +108,12 @@ void PlayingScreen::firstFrame(const Ctx& ctx, const store::Settings& settings) 
   const bool restored = puzzle_.restore(saved, ctx.width > ctx.height);
   savedClockMs_ = puzzle_.elapsedMs;
   if (!restored || saved.rotationMode != settings.rotationMode) puzzle_.applyRotationMode(settings.rotationMode);
-  // A resumed game keeps the pieces the player left on the table; only a
-  // fresh deal starts with every piece in the tray. A fresh deal is saved
-  // at once, so the menu can offer to continue it.
-  if (!restored) {
-    if (settings.boardLayout == store::BoardLayout::ScrollTray) puzzle_.fillTray();
-    dirty_ = true;
-  }
+  // With the scroll tray every loose piece waits in the strips, resumed or
+  // not: a game left in another layout or a larger window would otherwise
+  // pile its loose pieces where the strips now are. A fresh deal is saved at
+  // once, so the menu can offer to continue it.
+  if (settings.boardLayout == store::BoardLayout::ScrollTray) puzzle_.fillTray();
+  if (!restored) dirty_ = true;
 }
 
 // Whole milliseconds are counted and the fraction carried, so the clock
@@ -138,13 +144,24 @@ void PlayingScreen::checkSolved(const Ctx& ctx) {
 void PlayingScreen::autosave(const Ctx& ctx, bool force) {
   if (!dirty_ || solved()) return;
   if (!force && ctx.time - lastSave_ <= kAutosaveInterval) return;
-  saveNow();
+  writeSave();
   lastSave_ = ctx.time;
 }
 
-// Also called when the game ends: the moves of the last moment and the play
-// time since the last save are kept.
+// A piece in hand when the game is left or loses the window is let go where
+// it is, as a release there would: it is never saved in mid-air.
+void PlayingScreen::letGo() {
+  if (held_ >= 0) dropHeld(store::settings());
+}
+
+// When the game ends, the moves of the last moment and the play time since
+// the last save are kept.
 void PlayingScreen::saveNow() {
+  letGo();
+  writeSave();
+}
+
+void PlayingScreen::writeSave() {
   if (solved() || first_ || (!dirty_ && puzzle_.elapsedMs == savedClockMs_)) return;
   store::SavedPuzzle record = puzzle_.snapshot(landscape_);
   record.rotationMode = store::settings().rotationMode;
@@ -155,6 +172,7 @@ void PlayingScreen::saveNow() {
 
 // The clock is part of the game: leaving saves it even without a move.
 void PlayingScreen::leave(const Ctx& ctx) {
+  letGo();
   dirty_ = true;
   autosave(ctx, true);
   Game::instance().back();

@@ -48,6 +48,7 @@ class PlayingScreen : public Screen {
   void checkSolved(const Ctx& ctx);
   void autosave(const Ctx& ctx, bool force);
   void leave(const Ctx& ctx);
+  void writeSave();
   void drawScreen(Ctx& ctx, const store::Settings& settings);
   void handleDialog(Ctx& ctx, const store::Settings& settings);
   void restartGame(const store::Settings& settings);
@@ -59,7 +60,8 @@ class PlayingScreen : public Screen {
   void handlePausedKeys(const Ctx& ctx);
   void handlePointer(Ctx& ctx, const store::Settings& settings);
   void pickUp(core::Piece& piece, double bx, double by, const store::Settings& settings);
-  void dropHeld(const Ctx& ctx, const store::Settings& settings);
+  void dropHeld(const store::Settings& settings);
+  void letGo();
   void turn(core::Piece& piece, const store::Settings& settings);
   bool handleTray(Ctx& ctx, const store::Settings& settings);
   void stepZoom(double delta, const Ctx& ctx);
@@ -100,6 +102,8 @@ class PlayingScreen : public Screen {
   bool wasActive_ = true;
 
   int held_ = -1;  // index of the piece in hand
+  double pointerX_ = 0, pointerY_ = 0;  // where the pointer was last seen over the game
+  double lastW_ = 0, lastH_ = 0;
   double grabX_ = 0, grabY_ = 0;
   bool panning_ = false;
   // The view before a pickup zoomed out to the whole board, to return to.

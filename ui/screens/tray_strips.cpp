@@ -28,10 +28,27 @@ void TrayStrips::layout(double viewW, double viewH, double top) {
 
 void TrayStrips::setPieces(core::Puzzle& puzzle) {
   puzzle.trayPieces(&all_);
-  const auto middle = all_.begin() + static_cast<long>((all_.size() + 1) / 2);
-  items_[0].assign(all_.begin(), middle);
-  items_[1].assign(middle, all_.end());
+  const auto indexOf = [&](const core::Piece* p) { return p->row * puzzle.cols + p->col; };
+  const size_t n = puzzle.pieces.size();
+  if (stripOf_.size() != n) stripOf_.assign(n, -1);
+  seen_.swap(stripOf_);  // the strips of the frame before
+  stripOf_.assign(n, -1);
+  const size_t half = (all_.size() + 1) / 2;
+  items_[0].clear();
+  items_[1].clear();
+  for (size_t k = 0; k < all_.size(); ++k) {
+    const int index = indexOf(all_[k]);
+    // A piece the strips have not seen yet (a fresh tray, or one a shuffle
+    // or a resume filled) takes its place by the tray order.
+    const int8_t i = seen_[index] >= 0 ? seen_[index] : (k < half ? 0 : 1);
+    stripOf_[index] = i;
+    items_[i].push_back(all_[k]);
+  }
   clampScroll();
+}
+
+void TrayStrips::putBack(int index, int i) {
+  if (index >= 0 && static_cast<size_t>(index) < stripOf_.size()) stripOf_[index] = static_cast<int8_t>(i);
 }
 
 double TrayStrips::maxScroll(int i) const {

@@ -1,10 +1,13 @@
 // The scroll tray: pieces waiting in two strips along the board's sides (left
 // and right in a landscape window, top and bottom in a portrait one, where
-// the board layout reserves their room). The tray order is split in two: the
-// first half in the first strip, the rest in the second. Each strip scrolls
-// on its own, by wheel or by dragging its empty part.
+// the board layout reserves their room). A fresh tray is split in two, the
+// first half of the tray order in the first strip, the rest in the second;
+// from then on each piece keeps its strip, so taking one out closes the gap
+// in that strip only, and a piece put back joins the strip it was let go
+// over. Each strip scrolls on its own, by wheel or by dragging its empty part.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "core/puzzle.h"
@@ -20,9 +23,11 @@ class TrayStrips {
 
   // Strip rects for the view below a header of height `top`.
   void layout(double viewW, double viewH, double top);
-  // Takes the tray pieces from the puzzle, in tray order, split between the
-  // two strips (lists kept across frames).
+  // Takes the tray pieces from the puzzle, in tray order, each into its strip
+  // (lists kept across frames).
   void setPieces(core::Puzzle& puzzle);
+  // The piece with this index goes back into strip i.
+  void putBack(int index, int i);
 
   const Rect& strip(int i) const { return strips_[i]; }
   const std::vector<core::Piece*>& items(int i) const { return items_[i]; }
@@ -46,6 +51,7 @@ class TrayStrips {
   bool vertical_ = true;
   std::vector<core::Piece*> all_;
   std::vector<core::Piece*> items_[2];
+  std::vector<int8_t> stripOf_, seen_;  // by piece index; -1 while not in the tray
   double scroll_[2] = {0, 0};
   int dragStrip_ = -1;
 };
