@@ -176,15 +176,17 @@ git clone -q --no-checkout "$repo" "$root$inner"
 git -C "$root$inner" checkout -q -B "$branch" "$commit"
 say "cloned $branch at $(git -C "$root$inner" log -1 --format='%h %s')"
 
-# A login shell's environment as root on that system, nothing from ours.
+# A login shell's environment as root on that system, nothing from ours. It
+# replaces the calling shell, so call it in a subshell: then the id of a
+# background "(in_root ...) &" is the command's own and a signal reaches it.
 in_root() {
-  chroot "$root" /usr/bin/env -i HOME=/root USER=root LOGNAME=root SHELL=/bin/sh \
+  exec chroot "$root" /usr/bin/env -i HOME=/root USER=root LOGNAME=root SHELL=/bin/sh \
     PATH="$path" TERM="${TERM:-dumb}" "$@"
 }
 
 if [ "$command" = test ]; then
   say "running scripts/test.sh in the root"
-  in_root /bin/sh -c "cd $inner && exec scripts/test.sh"
+  (in_root /bin/sh -c "cd $inner && exec scripts/test.sh")
   exit $?
 fi
 
@@ -193,10 +195,10 @@ fi
 # script brings Xvfb along (for the tests), so it runs first on its own; the
 # README's run command then finds nothing left to install and must say so.
 say "running scripts/install-deps.sh in the root"
-in_root /bin/sh -c "cd $inner && exec scripts/install-deps.sh"
-in_root /bin/sh -c "command -v Xvfb >/dev/null" || die "the set-up script left no Xvfb in the root"
+(in_root /bin/sh -c "cd $inner && exec scripts/install-deps.sh")
+(in_root /bin/sh -c "command -v Xvfb >/dev/null") || die "the set-up script left no Xvfb in the root"
 
-in_root Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+(in_root Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp) 3>"$work/display" 2>"$work/xvfb.log" &
 for _ in $(seq 100); do
   [ -s "$work/display" ] && break
   sleep 0.1
@@ -206,7 +208,7 @@ display=$(tr -d '\n' <"$work/display")
 
 say "running scripts/run.sh in the root on display :$display"
 log=$work/run.log
-in_root DISPLAY=":$display" /bin/sh -c "cd $inner && exec scripts/run.sh" >"$log" 2>&1 &
+(in_root DISPLAY=":$display" /bin/sh -c "cd $inner && exec scripts/run.sh") >"$log" 2>&1 &
 game=$!
 tail -n +1 -f --pid="$game" "$log" &
 waited=0
