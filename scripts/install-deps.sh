@@ -12,6 +12,7 @@ libgtest-dev
 xvfb xauth libgl1-mesa-dri xdotool
 clang libclang-rt-14-dev
 desktop-file-utils appstream
+file
 "
 
 missing=""
