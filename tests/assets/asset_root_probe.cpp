@@ -4,7 +4,4 @@
 
 #include "platform/paths.h"
 
-int main() {
-  std::printf("%s\n", paths::assetDir().c_str());
-  return 0;
-}
+int main() { std::puts(paths::assetDir().c_str()); }

@@ -7,10 +7,6 @@
 #include <climits>
 #include <csignal>
 #include <cstdlib>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "platform/fs.h"
 #include "tests/support/test_support.h"
@@ -70,8 +66,8 @@ TEST(DebianPackage, InstallsAGameThatFindsItsAssetsAndAMenuEntryThatStartsIt) {
   run({"appstreamcli", "validate", "--no-net", root + "/usr/share/metainfo/" + kAppId + ".metainfo.xml"},
       work.file("log-meta"));
   const std::string text = testsupport::readFile(entry);
-  EXPECT_NE(text.find("\nExec=tessellatrix\n"), std::string::npos) << text;
-  EXPECT_NE(text.find("\nIcon=" + kAppId + "\n"), std::string::npos) << text;
+  for (const std::string& line : {std::string("\nExec=tessellatrix\n"), "\nIcon=" + kAppId + "\n"})
+    EXPECT_NE(text.find(line), std::string::npos) << text;
   for (const std::string& icon : {"scalable/apps/" + kAppId + ".svg", "48x48/apps/" + kAppId + ".png"})
     EXPECT_TRUE(platform::fs::isFile(root + "/usr/share/icons/hicolor/" + icon)) << icon;
 
