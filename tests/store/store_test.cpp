@@ -1,6 +1,7 @@
 // The settings and saves files as the player meets them. ctest runs each test in
 // its own process with its own data folder: each starts with a store that has read nothing.
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -69,32 +70,26 @@ TEST(Store, DamagedSettingsAreSetAsideAndTheDefaultsUsed) {
   }
 }
 
-// Kills a child that goes on from whatever the file holds, one millisecond
-// of play more per save; returns the last save it reported finished.
-int64_t killOneSaver(std::chrono::microseconds delay, int64_t last) {
-  int fds[2];
-  if (::pipe(fds) != 0) return -1;
+// What the game does from its start on: claim the folder (or leave at once),
+// then go on from whatever the saves file holds, one millisecond of play more
+// per save, telling the test through `done` of every save it finished.
+pid_t startSaver(int done) {
   const pid_t pid = ::fork();
-  if (pid == 0) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    store::SavedPuzzle p = store::currentPuzzle();
-    do {
-      ++p.elapsedMs;
-      store::savePuzzle(p);
-    } while (::write(fds[1], &p.elapsedMs, sizeof p.elapsedMs) == sizeof p.elapsedMs);
-    _exit(0);
-  }
-  ::close(fds[1]);
-  std::this_thread::sleep_for(delay);
-  ::kill(pid, SIGKILL);
-  ::waitpid(pid, nullptr, 0);
-  for (int64_t v; ::read(fds[0], &v, sizeof v) == sizeof v;) last = v;
-  ::close(fds[0]);
-  return last;
+  if (pid != 0) return pid;
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (!store::claimDataDir()) _exit(0);
+  store::SavedPuzzle p = store::currentPuzzle();
+  do {
+    ++p.elapsedMs;
+    store::savePuzzle(p);
+  } while (::write(done, &p.elapsedMs, sizeof p.elapsedMs) == sizeof p.elapsedMs);
+  _exit(0);
 }
 
-// Children save in a tight loop and are killed at random moments; after every
-// kill the file must hold the last save finished or the one under way.
+// One copy of the game, then two on one folder, killed at random moments
+// while they save. After every kill the file is whole and holds at least the
+// last save finished; with one copy at most the one under way besides. Two
+// copies writing at once would tear the file or send the count back.
 TEST(CrashSafety, NoSaveIsLostWhenTheGameIsKilledWhileSaving) {
   const std::string path = dataFile("saves.dat");
   store::SavedPuzzle start{true, "level5", 10, 11, 0, 0, 0, 0, true, {}, 0, 0, store::RotationMode::Off};
@@ -103,58 +98,36 @@ TEST(CrashSafety, NoSaveIsLostWhenTheGameIsKilledWhileSaving) {
   store::writeSealed(path, store::savesToJson(start, {}));
   const unsigned seed = std::random_device()();
   std::mt19937 rng(seed);
-  // A save takes a few milliseconds (two fsyncs), so most kills land inside one.
-  std::uniform_int_distribution<int> delayUs(0, 15000);
-  int64_t onDisk = 0;
-  for (int kill = 0; kill < 250; ++kill) {
-    SCOPED_TRACE(testing::Message() << "kill " << kill << ", seed " << seed);
-    const int64_t finished = killOneSaver(std::chrono::microseconds(delayUs(rng)), onDisk);
-    const js::Value current = openSealed("saves.dat")["current_puzzle"];  // empty unless whole
-    ASSERT_EQ(current["pieces"].size(), 110u);
-    onDisk = current["elapsedMs"].asInt64(-1);
-    ASSERT_TRUE(onDisk == finished || onDisk == finished + 1) << "file " << onDisk << ", finished " << finished;
+  int done[2];
+  ASSERT_EQ(::pipe(done), 0);
+  ::fcntl(done[0], F_SETFL, O_NONBLOCK);
+  int64_t finished = 0, onDisk = 0;
+  for (const int copies : {1, 2}) {
+    std::vector<pid_t> savers;
+    while (savers.size() < size_t(copies)) savers.push_back(startSaver(done[1]));
+    const int64_t first = onDisk;
+    for (int kill = 0; kill < 200; ++kill) {
+      SCOPED_TRACE(testing::Message() << copies << " copies, kill " << kill << ", seed " << seed);
+      // A save takes a few milliseconds (two fsyncs), so most kills land inside one.
+      std::this_thread::sleep_for(std::chrono::microseconds(rng() % 15000));
+      pid_t& victim = savers[rng() % copies];
+      ::kill(victim, SIGKILL);
+      ::waitpid(victim, nullptr, 0);
+      for (int64_t v; ::read(done[0], &v, sizeof v) == sizeof v;) finished = std::max(finished, v);
+      const js::Value current = openSealed("saves.dat")["current_puzzle"];  // empty unless whole
+      ASSERT_EQ(current["pieces"].size(), 110u);
+      onDisk = current["elapsedMs"].asInt64(-1);
+      ASSERT_TRUE(onDisk >= finished && (copies == 2 || onDisk <= finished + 1))
+          << "file " << onDisk << ", finished " << finished;
+      finished = onDisk;  // whole on disk, so finished too
+      victim = startSaver(done[1]);
+    }
+    for (pid_t pid : savers) {
+      ::kill(pid, SIGKILL);
+      ::waitpid(pid, nullptr, 0);
+    }
+    EXPECT_GE(onDisk - first, 20) << "the children hardly ever finished a save";
   }
-  EXPECT_GE(onDisk, 20) << "the children hardly ever finished a save";
-}
-
-// What the game does from its start on: claim the folder (or leave at once),
-// then save after every move, without end.
-pid_t startWriter() {
-  const pid_t pid = ::fork();
-  if (pid != 0) return pid;
-  if (!store::claimDataDir()) _exit(0);
-  store::SavedPuzzle puzzle;
-  puzzle.imageId = "level1";
-  puzzle.pieces.resize(30);
-  for (;; puzzle.pieces[0].x += 1) store::savePuzzle(puzzle);
-}
-
-// Two copies of the game on one folder, killed at random while they save:
-// the second waits for the folder, and no kill loses the saves file.
-TEST(CrashSafety, NoKillOfTwoCopiesOnOneFolderLosesTheSaves) {
-  const std::string saves = paths::dataDir() + "/saves.dat";
-  std::mt19937 random(7);
-  pid_t writers[2] = {startWriter(), startWriter()};
-  int kills = 0, lost = 0, good = 0;
-  for (; kills < 200 && !platform::fs::isFile(saves + ".manipuliert"); ++kills) {
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 6000));
-    pid_t& victim = writers[random() % 2];
-    ::kill(victim, SIGKILL);
-    ::waitpid(victim, nullptr, 0);
-    std::string sealed;
-    const bool ok = platform::fs::readFile(saves, &sealed) &&
-                    platform::saveDecrypt(sealed, nullptr) == platform::SealResult::Ok;
-    good += ok;
-    lost += good > 0 && !ok;
-    victim = startWriter();
-  }
-  for (pid_t pid : writers) {
-    ::kill(pid, SIGKILL);
-    ::waitpid(pid, nullptr, 0);
-  }
-  EXPECT_GT(good, 0);
-  EXPECT_EQ(lost, 0) << "in " << kills << " kills";
-  EXPECT_EQ(kills, 200) << "the saves were set aside as damaged";
 }
 
 TEST(CrashSafety, ASaveReachesTheDiskBeforeItReplacesTheLastOne) {
@@ -202,8 +175,6 @@ TEST(Store, TheSavesFileKeepsThePuzzleAndTheNewest200Solves) {
   for (int i = 0; i < 110; ++i) p.pieces.push_back({"p" + std::to_string(i), i * 1.5, -i * 0.25, i < 9, i % 4, i > 9});
   store::savePuzzle(p);
   const js::Value file = openSealed("saves.dat");
-  EXPECT_EQ(file["current_puzzle"].size(), 12u);
-  EXPECT_EQ(file["current_puzzle"]["pieces"][1ul].size(), 6u);
   store::SavedPuzzle back;
   std::vector<store::SolveEntry> solves;
   store::savesFromJson(file, &back, &solves);
