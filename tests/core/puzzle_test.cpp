@@ -212,12 +212,11 @@ TEST(Puzzle, ASavedGameComesBackAsItWasLeft) {
     core::Puzzle b("level9", 6, 7);
     b.layout(sameWindow ? 1280 : 1920, sameWindow ? 800 : 1080, 60, BoardLayout::Scatter, 120);
     const core::Puzzle dealt = b;
-    struct Refused { const char* level; int rows, cols; bool valid; };
-    for (const Refused& r : {Refused{"level8", 6, 7, true}, Refused{"level9", 5, 7, true},
-                             Refused{"level9", 6, 8, true}, Refused{"level9", 6, 7, false}}) {
+    for (const auto& refused : {std::tuple("level8", 6, 7, true), std::tuple("level9", 5, 7, true),
+                                std::tuple("level9", 6, 8, true), std::tuple("level9", 6, 7, false)}) {
       store::SavedPuzzle other = saved;
-      std::tie(other.imageId, other.rows, other.cols, other.valid) = std::make_tuple(r.level, r.rows, r.cols, r.valid);
-      EXPECT_FALSE(b.restore(other, true)) << r.level << " " << r.rows << "x" << r.cols << " valid " << r.valid;
+      std::tie(other.imageId, other.rows, other.cols, other.valid) = refused;
+      EXPECT_FALSE(b.restore(other, true)) << testing::PrintToString(refused);
     }
     EXPECT_EQ(b.placedCount() + b.elapsedMs, 0) << "a refused record changes nothing";
     ASSERT_TRUE(b.restore(saved, true));

@@ -15,10 +15,10 @@ std::string readBack(const std::string& text) {
 
 // Lenient: what follows the document is ignored, the last repeated key wins,
 // numbers are strtod's, stray \u digits count as 0, lone surrogates and raw
-// bytes stand. Refused, without a crash: comments, a byte order mark, stray
-// commas, bare keys, cut-off text and nesting deeper than 512.
+// bytes stand. Refused (a case's default), without a crash: comments, a byte
+// order mark, stray commas, bare keys, cut-off text and nesting deeper than 512.
 TEST(Json, TheLenientDialectIsReadAsTheGameExpects) {
-  struct Case { std::string text, written; };
+  struct Case { std::string text, written = "refused"; };
   const Case kCases[] = {
       {"{\"b\":[1,2.5],\"a\":null} and then garbage", "{\"a\":null,\"b\":[1,2.5]}"}, {"truex", "true"},
       {" \t\r\n[ 1 ,\n2\t]", "[1,2]"}, {"[ ]", "[]"}, {"{\"k\":[1],\"k\":[2]}", "{\"k\":[2]}"}, {"null", "null"},
@@ -27,12 +27,9 @@ TEST(Json, TheLenientDialectIsReadAsTheGameExpects) {
       {"\"\\u00e9\\ud83d\\ude00\\ud83d\\u0041\"", "\"\xC3\xA9\xF0\x9F\x98\x80\xED\xA0\xBD" "A\""},
       {"\"\\u0g41\"", "\"A\""}, {"\"a\xFF\tb\"", "\"a\xFF\\tb\""},
       {std::string(512, '[') + std::string(512, ']'), std::string(512, '[') + std::string(512, ']')},
-      {"", "refused"}, {" ", "refused"}, {"\xEF\xBB\xBF{}", "refused"}, {"// note\n{}", "refused"},
-      {"nul", "refused"}, {"True", "refused"}, {"nan", "refused"}, {"-", "refused"}, {"]", "refused"},
-      {"[1,]", "refused"}, {"{\"a\":1,}", "refused"}, {"[1 2]", "refused"}, {"{a:1}", "refused"},
-      {"[1", "refused"}, {"{\"a\":", "refused"}, {"\"abc", "refused"}, {"\"\\x41\"", "refused"},
-      {"\"\\u12", "refused"}, {"\"\\ud83d\\ude0\"", "refused"},
-      {std::string(513, '[') + std::string(513, ']'), "refused"}, {std::string(1000000, '['), "refused"},
+      {""}, {" "}, {"\xEF\xBB\xBF{}"}, {"// note\n{}"}, {"nul"}, {"True"}, {"nan"}, {"-"}, {"]"}, {"[1,]"},
+      {"{\"a\":1,}"}, {"[1 2]"}, {"{a:1}"}, {"[1"}, {"{\"a\":"}, {"\"abc"}, {"\"\\x41\""}, {"\"\\u12"},
+      {"\"\\ud83d\\ude0\""}, {std::string(513, '[') + std::string(513, ']')}, {std::string(1000000, '[')},
   };
   for (const Case& c : kCases) EXPECT_EQ(readBack(c.text), c.written) << c.text.substr(0, 40);
 }

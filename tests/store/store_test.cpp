@@ -186,20 +186,17 @@ TEST(Store, TheSavesFileKeepsThePuzzleAndTheNewest200Solves) {
   EXPECT_FALSE(openSealed("saves.dat").has("current_puzzle"));
 }
 
-// The document with every N replaced by the number.
-js::Value withNumber(const char* doc, const std::string& n) {
-  return js::parse(std::regex_replace(doc, std::regex("N"), n));
-}
-
 #define EXPECT_WITHIN(v, lo, hi) EXPECT_TRUE((v) >= (lo) && (v) <= (hi)) << #v << " = " << (v) << " from " << n
 
 TEST(Store, EveryNumberOfTheFilesLandsInItsRange) {
   for (const std::string n : {"1e400", "-1e400", "9.3e18", "-9.3e18", "1e300", "4e9", "-4e9"}) {
+    // The document with every N replaced by the number.
+    const auto withNumber = [&](const char* doc) { return js::parse(std::regex_replace(doc, std::regex("N"), n)); };
     store::SavedPuzzle p;
     std::vector<store::SolveEntry> solves;
     store::savesFromJson(withNumber(R"({"current_puzzle":{"imageId":"l","rows":N,"cols":N,"boardW":N,"boardH":N,
         "boardX":N,"boardY":N,"elapsedMs":N,"savedAt":N,"pieces":[{"x":N,"y":N,"rotation":N}]},
-        "solves_list":[{"rows":N,"cols":N,"elapsedMs":N,"solvedAt":N}]})", n), &p, &solves);
+        "solves_list":[{"rows":N,"cols":N,"elapsedMs":N,"solvedAt":N}]})"), &p, &solves);
     ASSERT_TRUE(p.pieces.size() == 1 && solves.size() == 1) << n;
     const store::SolveEntry& e = solves[0];
     EXPECT_WITHIN(p.elapsedMs, 0, store::kMaxPlayMs);
@@ -211,7 +208,7 @@ TEST(Store, EveryNumberOfTheFilesLandsInItsRange) {
     }
     EXPECT_WITHIN(p.pieces[0].rotation, -360, 360);
     store::Settings s;
-    store::settingsFromJson(withNumber(R"({"windowW":N,"windowH":N,"windowX":N,"windowY":N})", n), &s);
+    store::settingsFromJson(withNumber(R"({"windowW":N,"windowH":N,"windowX":N,"windowY":N})"), &s);
     for (int v : {s.windowW, s.windowH, s.windowX, s.windowY}) EXPECT_WITHIN(v, -1e6, 1e6);
   }
 }
