@@ -1,5 +1,4 @@
-// Where the game finds its folders, what a broken picture or a crash leaves
-// behind, and the seal every existing save depends on.
+// Where the game finds its folders, and what a broken picture or a crash leaves behind.
 #include <gtest/gtest.h>
 #include <stb_image_write.h>
 
@@ -12,7 +11,6 @@
 #include "platform/fs.h"
 #include "platform/image.h"
 #include "platform/paths.h"
-#include "platform/seal.h"
 #include "tests/support/test_support.h"
 
 namespace {
@@ -101,18 +99,6 @@ TEST(CrashReport, AFatalSignalLeavesAReport) {
                 testing::KilledBySignal(c.sig), "");
     EXPECT_NE(testsupport::readFile(report).find(c.says), std::string::npos) << testsupport::readFile(report);
   }
-}
-
-TEST(Seal, FilesWrittenByEarlierBuildsStillOpen) {
-  // Sealed once and kept: if this fails, the key has changed and every
-  // player's settings and saves would be set aside.
-  const std::string hex =
-      "54534c580127c9637422198ade9b368b08a02ab023fd494171adc998e395de5a5df7e3ed79314b37799de950582951eefda3176ffd3"
-      "f72d0012fcd2cd08bf95a";
-  std::string kept, plain;
-  for (size_t i = 0; i < hex.size(); i += 2) kept += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
-  EXPECT_EQ(platform::saveDecrypt(kept, &plain), platform::SealResult::Ok);
-  EXPECT_EQ(plain, "{\"fullscreen\":true}");
 }
 
 }  // namespace
