@@ -151,10 +151,13 @@ TEST(Puzzle, EveryLayoutWindowAndDifficultyIsLaidOutAndPlayedToTheSolve) {
       for (size_t i = 0; !scroll && i < p.pieces.size(); ++i) hand.push_back(&p.pieces[i]);
       ASSERT_EQ(hand.size(), p.pieces.size());
       double tx, ty;
+      int dealt[2] = {0, 0};  // before and after the board
       for (core::Piece* piece : hand) {
-        const bool beside = portrait ? piece->y + p.cellH + 2 * p.pad <= p.boardY || piece->y >= p.boardY + p.boardH
-                                     : piece->x + p.cellW + 2 * p.pad <= p.boardX || piece->x >= p.boardX + p.boardW;
-        EXPECT_TRUE(scroll ? piece->inTray : !piece->inTray && beside) << piece->id;
+        const bool before = portrait ? piece->y + p.cellH + 2 * p.pad <= p.boardY
+                                     : piece->x + p.cellW + 2 * p.pad <= p.boardX;
+        const bool after = portrait ? piece->y >= p.boardY + p.boardH : piece->x >= p.boardX + p.boardW;
+        EXPECT_TRUE(scroll ? piece->inTray : !piece->inTray && (before || after)) << piece->id;
+        ++dealt[after];
         if (!scroll) p.bringToFront(*piece);
         EXPECT_TRUE(scroll || p.hitTest(piece->x + p.cellW / 2 + p.pad, piece->y + p.cellH / 2 + p.pad) == piece);
         while (piece->rotation != 0) p.rotate(*piece, store::RotationMode::Rot90);
@@ -166,6 +169,7 @@ TEST(Puzzle, EveryLayoutWindowAndDifficultyIsLaidOutAndPlayedToTheSolve) {
         EXPECT_EQ(p.hitTest(piece->x + p.pad + p.cellW - 1, piece->y + p.pad + p.cellH - 1), piece) << piece->id;
         ASSERT_TRUE(p.drop(*piece, c.mode)) << piece->id;
       }
+      EXPECT_TRUE(scroll || (dealt[0] > 0 && dealt[1] > 0)) << "dealt to both sides";
       EXPECT_TRUE(p.solved());
       p.layout(c.h, c.w, 60, c.mode, 120);
       for (const core::Piece& piece : p.pieces) {
