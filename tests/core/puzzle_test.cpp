@@ -13,6 +13,7 @@
 namespace {
 
 using store::BoardLayout;
+constexpr BoardLayout kScatter = BoardLayout::Scatter, kTray = BoardLayout::Tray, kScroll = BoardLayout::ScrollTray;
 
 // The right and bottom edge of every piece, row by row, as '-', '0' or '+'.
 std::string cutOf(const core::Puzzle& p) {
@@ -98,12 +99,10 @@ TEST(Play, APieceIsGrabbedAnywhereInItsImageBoxAsTurned) {
 TEST(Play, APieceSnapsHomeOnlyCloseEnoughAndUpright) {
   struct Case { BoardLayout mode; double dx, dy; int rotation; bool snaps, backToTray; };
   const Case kCases[] = {
-      {BoardLayout::Scatter, 29.9, 0, 0, true, false},      {BoardLayout::Scatter, 30, 0, 0, false, false},
-      {BoardLayout::Scatter, -17.9, 23.9, 0, true, false},  {BoardLayout::Scatter, -18, 24, 0, false, false},
-      {BoardLayout::Scatter, 35, 0, 0, false, false},       {BoardLayout::Scatter, 0, 0, 180, false, false},
-      {BoardLayout::Scatter, 0, 0, 90, false, false},       {BoardLayout::Scatter, 0, 0, -360, true, false},
-      {BoardLayout::ScrollTray, -150.5, 0, 0, false, true}, {BoardLayout::ScrollTray, -149, 0, 0, false, false},
-      {BoardLayout::ScrollTray, 0, 250.5, 0, false, true},  {BoardLayout::Tray, -150.5, 0, 0, false, false},
+      {kScatter, 29.9, 0, 0, true, false}, {kScatter, 30, 0, 0, false, false}, {kScatter, -17.9, 23.9, 0, true, false},
+      {kScatter, -18, 24, 0, false, false}, {kScatter, 35, 0, 0, false, false}, {kScatter, 0, 0, 180, false, false},
+      {kScatter, 0, 0, 90, false, false}, {kScatter, 0, 0, -360, true, false}, {kScroll, -150.5, 0, 0, false, true},
+      {kScroll, -149, 0, 0, false, false}, {kScroll, 0, 250.5, 0, false, true}, {kTray, -150.5, 0, 0, false, false},
   };
   for (const Case& c : kCases) {
     SCOPED_TRACE(testing::Message() << "layout " << int(c.mode) << " " << c.dx << "," << c.dy << " @" << c.rotation);
@@ -126,19 +125,18 @@ TEST(Play, APieceSnapsHomeOnlyCloseEnoughAndUpright) {
 TEST(Puzzle, EveryLayoutWindowAndDifficultyIsLaidOutAndPlayedToTheSolve) {
   struct Case { const char* level; BoardLayout mode; double w, h, boardW; };
   const Case kCases[] = {
-      {"level1", BoardLayout::Scatter, 1280, 800, 0.6 * 1280}, {"level1", BoardLayout::Tray, 1280, 800, 0.6 * 1280},
-      {"level1", BoardLayout::ScrollTray, 1280, 800, 0.94 * (1280 - 2 * (120 + 16))},
-      {"level25", BoardLayout::Scatter, 1280, 800, 0.8 * 0.85 * (800 - 60 - 8)},
-      {"level1", BoardLayout::Scatter, 720, 1280, 0.92 * 720}, {"level1", BoardLayout::Tray, 720, 1280, 0.92 * 720},
-      {"level1", BoardLayout::ScrollTray, 720, 1280, 0.94 * 720},
-      {"level25", BoardLayout::Tray, 720, 1280, 0.8 * 0.55 * (1280 - 60 - 8)},
+      {"level1", kScatter, 1280, 800, 0.6 * 1280}, {"level1", kTray, 1280, 800, 0.6 * 1280},
+      {"level1", kScroll, 1280, 800, 0.94 * (1280 - 2 * (120 + 16))},
+      {"level25", kScatter, 1280, 800, 0.8 * 0.85 * (800 - 60 - 8)},
+      {"level1", kScatter, 720, 1280, 0.92 * 720}, {"level1", kTray, 720, 1280, 0.92 * 720},
+      {"level1", kScroll, 720, 1280, 0.94 * 720}, {"level25", kTray, 720, 1280, 0.8 * 0.55 * (1280 - 60 - 8)},
   };
   for (const Case& c : kCases) {
     for (const core::DifficultyDef& d : core::difficulties()) {
       SCOPED_TRACE(testing::Message() << c.level << " layout " << int(c.mode) << " " << c.w << "x" << c.h << " " << d.id);
       core::Puzzle p(c.level, d.rows, d.cols);
       p.layout(c.w, c.h, 60, c.mode, 120);
-      const bool portrait = c.h > c.w, scroll = c.mode == BoardLayout::ScrollTray;
+      const bool portrait = c.h > c.w, scroll = c.mode == kScroll;
       const double stripX = scroll && !portrait ? 136 : 0, stripY = scroll && portrait ? 120 : 0;
       EXPECT_NEAR(p.boardW, c.boardW, 1e-9);
       EXPECT_NEAR(p.boardW / p.boardH, c.level == std::string("level1") ? 2500.0 / 1667 : 0.8, 1e-9);
@@ -199,7 +197,7 @@ TEST(Puzzle, ASavedGameComesBackAsItWasLeft) {
   core::Puzzle a("level9", 6, 7);
   EXPECT_EQ(cutOf(a), "---++-+-+++-0-+--+--+----+0----+-+-+----0-+-+--+---+++0--+--++++---+0--0-0+0+0-0+000");
   EXPECT_NE(cutOf(a), cutOf(core::Puzzle("level8", 6, 7)));
-  a.layout(1280, 800, 60, BoardLayout::Scatter, 120);
+  a.layout(1280, 800, 60, kScatter, 120);
   a.targetOf(a.pieces[3], &a.pieces[3].x, &a.pieces[3].y);
   ASSERT_TRUE(a.drop(a.pieces[3], a.layoutMode));
   a.pieces[5].x += 37;
@@ -214,7 +212,7 @@ TEST(Puzzle, ASavedGameComesBackAsItWasLeft) {
   for (const bool sameWindow : {true, false}) {
     SCOPED_TRACE(sameWindow ? "same window" : "another window");
     core::Puzzle b("level9", 6, 7);
-    b.layout(sameWindow ? 1280 : 1920, sameWindow ? 800 : 1080, 60, BoardLayout::Scatter, 120);
+    b.layout(sameWindow ? 1280 : 1920, sameWindow ? 800 : 1080, 60, kScatter, 120);
     const core::Puzzle dealt = b;
     for (const auto& refused : {std::tuple("level8", 6, 7, true), std::tuple("level9", 5, 7, true),
                                 std::tuple("level9", 6, 8, true), std::tuple("level9", 6, 7, false)}) {

@@ -58,10 +58,9 @@ TEST(Store, DamagedSettingsAreSetAsideAndTheDefaultsUsed) {
   struct Case { const char* what; std::string bytes; bool setAside; };
   const Case kCases[] = {
       {"zero bytes", "", false},  {"sealed empty text", platform::saveEncrypt(""), false},
-      {"sealed by an earlier build", kept, false},
+      {"sealed by an earlier build", kept, false}, {"plain JSON", "{\"soundOn\":false}", true},
       {"version", flip(4), true}, {"nonce", flip(10), true}, {"tag", flip(40), true}, {"text", flip(50), true},
       {"cut short", good.substr(0, 44), true}, {"a byte more", good + "x", true},
-      {"plain JSON", "{\"soundOn\":false}", true},
   };
   for (const Case& c : kCases) {
     SCOPED_TRACE(c.what);
