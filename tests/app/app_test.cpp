@@ -27,10 +27,9 @@ TEST(CommandLine, OptionsApplyLeftToRight) {
     SCOPED_TRACE(testing::PrintToString(c.args));
     const int argc = static_cast<int>(c.args.size());
     store::Settings s;
-    EXPECT_EQ(app::findInfoRequest(argc, c.args.data()), c.info);
     const bool sized = app::applyWindowOptions(argc, c.args.data(), s);
-    EXPECT_EQ(std::make_tuple(sized, s.fullscreen, s.windowW, s.windowH),
-              std::make_tuple(c.sized, c.fullscreen, c.w, c.h));
+    EXPECT_EQ(std::make_tuple(app::findInfoRequest(argc, c.args.data()), sized, s.fullscreen, s.windowW, s.windowH),
+              std::make_tuple(c.info, c.sized, c.fullscreen, c.w, c.h));
   }
 }
 

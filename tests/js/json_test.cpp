@@ -15,10 +15,10 @@ std::string readBack(const std::string& text) {
 
 // Lenient: what follows the document is ignored, the last repeated key wins,
 // numbers are strtod's, stray \u digits count as 0, lone surrogates and raw
-// bytes stand. Refused, without a crash: comments, a byte order mark, stray
-// commas, bare keys, cut-off text and nesting deeper than 512.
+// bytes stand. Refused (a case's default), without a crash: comments, a byte
+// order mark, stray commas, bare keys, cut-off text and nesting deeper than 512.
 TEST(Json, TheLenientDialectIsReadAsTheGameExpects) {
-  struct Case { std::string text, written; };
+  struct Case { std::string text, written = "refused"; };
   const Case kCases[] = {
       {"{\"b\":[1,2.5],\"a\":null} and then garbage", "{\"a\":null,\"b\":[1,2.5]}"}, {"truex", "true"},
       {" \t\r\n[ 1 ,\n2\t]", "[1,2]"}, {"[ ]", "[]"}, {"{\"k\":[1],\"k\":[2]}", "{\"k\":[2]}"}, {"null", "null"},
@@ -27,32 +27,25 @@ TEST(Json, TheLenientDialectIsReadAsTheGameExpects) {
       {"\"\\u00e9\\ud83d\\ude00\\ud83d\\u0041\"", "\"\xC3\xA9\xF0\x9F\x98\x80\xED\xA0\xBD" "A\""},
       {"\"\\u0g41\"", "\"A\""}, {"\"a\xFF\tb\"", "\"a\xFF\\tb\""},
       {std::string(512, '[') + std::string(512, ']'), std::string(512, '[') + std::string(512, ']')},
-      {"", "refused"}, {" ", "refused"}, {"\xEF\xBB\xBF{}", "refused"}, {"// note\n{}", "refused"},
-      {"nul", "refused"}, {"True", "refused"}, {"nan", "refused"}, {"-", "refused"}, {"]", "refused"},
-      {"[1,]", "refused"}, {"{\"a\":1,}", "refused"}, {"[1 2]", "refused"}, {"{a:1}", "refused"},
-      {"[1", "refused"}, {"{\"a\":", "refused"}, {"\"abc", "refused"}, {"\"\\x41\"", "refused"},
-      {"\"\\u12", "refused"}, {"\"\\ud83d\\ude0\"", "refused"},
-      {std::string(513, '[') + std::string(513, ']'), "refused"}, {std::string(1000000, '['), "refused"},
+      {""}, {" "}, {"\xEF\xBB\xBF{}"}, {"// note\n{}"}, {"nul"}, {"True"}, {"nan"}, {"-"}, {"]"}, {"[1,]"},
+      {"{\"a\":1,}"}, {"[1 2]"}, {"{a:1}"}, {"[1"}, {"{\"a\":"}, {"\"abc"}, {"\"\\x41\""}, {"\"\\u12"},
+      {"\"\\ud83d\\ude0\""}, {std::string(513, '[') + std::string(513, ']')}, {std::string(1000000, '[')},
   };
   for (const Case& c : kCases) EXPECT_EQ(readBack(c.text), c.written) << c.text.substr(0, 40);
 }
 
 // Whatever the game builds is written so that it reads back the same: every
-// byte of keys and strings, every double, and the nesting.
+// byte of keys and strings and every double (the nesting is in the table above).
 TEST(Json, WhatIsWrittenReadsBackTheSame) {
   std::string all;
   for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
   js::Value doc;
   doc.set(all, all);
-  for (const double n : {0.1, 1.0 / 3, -123.456e-10, 1e15, 1e17, 5e-324, 1700000000123.0, -2.5}) {
-    doc.member("numbers").push(n);
-  }
-  doc.member("z").push(js::Value::makeObject()).set("x", true);
+  const double kNumbers[] = {0.1, 1.0 / 3, -123.456e-10, 1e15, 1e17, 5e-324, 1700000000123.0, -2.5};
+  for (const double n : kNumbers) doc.member("numbers").push(n);
   const js::Value back = js::parse(doc.dump());
   EXPECT_EQ(back[all].string, all);
-  for (size_t i = 0; i < doc["numbers"].size(); ++i) EXPECT_EQ(back["numbers"][i].number, doc["numbers"][i].number);
-  EXPECT_EQ(back.dump(), doc.dump());
-  EXPECT_TRUE(back["z"][0ul]["x"].boolean);
+  for (size_t i = 0; i < std::size(kNumbers); ++i) EXPECT_EQ(back["numbers"][i].number, kNumbers[i]);
 }
 
 // Numbers from a file become integers rounded half up, saturated rather than
