@@ -1,7 +1,8 @@
 #!/bin/sh
 # Installs what is missing, builds the game with its tests, builds the fuzz
-# targets with clang and fuzzes each for a minute, then runs every test (last,
-# so that the test summary closes the output).
+# targets with clang and fuzzes each for a minute, checks that the tests stay
+# within their share of the code, then runs every test (last, so that the
+# test summary closes the output).
 set -eu
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -11,4 +12,5 @@ CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo 
   -DTESSELLATRIX_WERROR=ON
 cmake --build build-fuzz -j"$(nproc)"
 scripts/fuzz.sh build-fuzz 60
+scripts/test-share.sh
 ctest --test-dir build-tests --output-on-failure -j"$(nproc)"
