@@ -237,6 +237,17 @@ TEST_F(Playing, ZoomStaysInRangeKeepsThePointUnderThePointerAndCanBeOff) {
   EXPECT_DOUBLE_EQ(v.zoom, 1.0);
 }
 
+TEST_F(Playing, ZoomedInTheTableKeepsOutOfTheStrips) {
+  testsupport::ScopedEnv demo("TESSELLATRIX_DEMO", std::string("50"));  // the top rows placed
+  store::clearPuzzle();
+  start(BoardLayout::ScrollTray);
+  const ui::Rect strip = screen()->tray().strip(0);
+  const int x = static_cast<int>(strip.x + 2), y = static_cast<int>(puzzle().boardY + puzzle().cellH);
+  const uint32_t before = driver->pixel(x, y);
+  for (int i = 0; i < 20; ++i) driver->wheel(puzzle().boardX + 1.5 * puzzle().cellW, y, 3);
+  EXPECT_EQ(driver->pixel(x, y), before);
+}
+
 TEST_F(Playing, ATurnedPieceSnapsOnlyOnceUpright) {
   store::clearPuzzle();
   start(BoardLayout::Scatter, store::RotationMode::Rot180);

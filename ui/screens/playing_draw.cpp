@@ -131,7 +131,16 @@ void PlayingScreen::easePieces(double dt) {
   }
 }
 
-void PlayingScreen::drawPieces(const store::Settings& settings) {
+void PlayingScreen::drawPieces(const store::Settings& settings, bool held) {
+  PictureRequest picture{&puzzle_, sprites_.tier()};
+  const double boxW = puzzle_.cellW + 2 * puzzle_.pad, boxH = puzzle_.cellH + 2 * puzzle_.pad;
+  const core::Piece* heldPiece = held_ >= 0 ? &puzzle_.pieces[held_] : nullptr;
+  if (held) {
+    if (!heldPiece) return;
+    SDL_Texture* tex = sprites_.texture(puzzle_, *heldPiece, false, boardPicture, &picture);
+    blitPiece(tex, *heldPiece, heldPiece->x, heldPiece->y, boxW, boxH, view_, kLift);
+    return;
+  }
   drawOrder_.clear();
   for (const core::Piece& p : puzzle_.pieces) {
     if (!p.inTray) drawOrder_.push_back(&p);
@@ -140,18 +149,11 @@ void PlayingScreen::drawPieces(const store::Settings& settings) {
     if (a->placed != b->placed) return a->placed;
     return a->z < b->z;
   });
-  PictureRequest picture{&puzzle_, sprites_.tier()};
-  const double boxW = puzzle_.cellW + 2 * puzzle_.pad, boxH = puzzle_.cellH + 2 * puzzle_.pad;
-  const core::Piece* heldPiece = held_ >= 0 ? &puzzle_.pieces[held_] : nullptr;
   for (const core::Piece* p : drawOrder_) {
     if (p == heldPiece) continue;
     SDL_Texture* tex =
         sprites_.texture(puzzle_, *p, p->placed && settings.hideConnectedBorder, boardPicture, &picture);
     blitPiece(tex, *p, p->restX, p->restY, boxW, boxH, view_, 1.0);
-  }
-  if (heldPiece) {
-    SDL_Texture* tex = sprites_.texture(puzzle_, *heldPiece, false, boardPicture, &picture);
-    blitPiece(tex, *heldPiece, heldPiece->x, heldPiece->y, boxW, boxH, view_, kLift);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "audio/audio.h"
 #include "i18n/i18n.h"
 #include "store/store.h"
+#include "ui/gpu.h"
 #include "ui/screens/screens.h"
 #include "ui/widgets/dialog.h"
 
@@ -82,9 +83,19 @@ void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {
   if (!paused_) {
     // Piece textures are painted at twice the resolution from 150 % zoom on.
     sprites_.beginFrame(puzzle_, view_.zoom >= 1.5 ? 2 : 1);
+    // With the scroll tray the table keeps to its own area, however far it
+    // is zoomed: the strips lie on top, where their clicks go. Only the
+    // piece in hand is carried over them.
+    const bool strips = puzzle_.layoutMode == store::BoardLayout::ScrollTray;
+    if (strips) {
+      const Rect table = tray_.table(ctx.width, ctx.height, headerH_);
+      gpuSetClip(table.x, table.y, table.w, table.h);
+    }
     drawBoard(settings);
-    if (puzzle_.layoutMode == store::BoardLayout::ScrollTray) drawTray(settings);
-    drawPieces(settings);
+    drawPieces(settings, false);
+    gpuClearClip();
+    if (strips) drawTray(settings);
+    drawPieces(settings, true);
   }
   drawHeader(ctx, settings);
   drawHints(ctx, settings);

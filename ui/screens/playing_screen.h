@@ -69,7 +69,8 @@ class PlayingScreen : public Screen {
 
   // Drawing (playing_draw.cpp).
   void drawBoard(const store::Settings& settings);
-  void drawPieces(const store::Settings& settings);
+  // The pieces on the table, or only the piece in hand.
+  void drawPieces(const store::Settings& settings, bool held);
   void drawTray(const store::Settings& settings);
   void easePieces(double dt);
 

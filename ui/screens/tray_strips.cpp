@@ -51,6 +51,15 @@ void TrayStrips::putBack(int index, int i) {
   if (index >= 0 && static_cast<size_t>(index) < stripOf_.size()) stripOf_[index] = static_cast<int8_t>(i);
 }
 
+Rect TrayStrips::table(double viewW, double viewH, double top) const {
+  if (vertical_) {
+    const double left = strips_[0].x + strips_[0].w;
+    return Rect{left, top, strips_[1].x - left, viewH - top};
+  }
+  const double upper = strips_[0].y + strips_[0].h;
+  return Rect{0, upper, viewW, strips_[1].y - upper};
+}
+
 double TrayStrips::maxScroll(int i) const {
   const double content = kInset * 2 + items_[i].size() * kPitch - (kPitch - kThumb);
   return std::max(content - length(i), 0.0);

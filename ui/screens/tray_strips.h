@@ -30,6 +30,8 @@ class TrayStrips {
   void putBack(int index, int i);
 
   const Rect& strip(int i) const { return strips_[i]; }
+  // The table between the two strips, below a header of height `top`.
+  Rect table(double viewW, double viewH, double top) const;
   const std::vector<core::Piece*>& items(int i) const { return items_[i]; }
   // The thumbnail box of item k of strip i, scrolled.
   Rect slot(int i, size_t k) const;
