@@ -248,6 +248,20 @@ TEST_F(Playing, ZoomedInTheTableKeepsOutOfTheStrips) {
   EXPECT_EQ(driver->pixel(x, y), before);
 }
 
+TEST_F(Playing, APieceInHandCastsAShadow) {
+  start(BoardLayout::Scatter);
+  Point at{};
+  nextGrab(&at);
+  const Point to{puzzle().boardX + puzzle().boardW / 2, puzzle().boardY + puzzle().boardH / 2};
+  // Just off the bottom right corner of the piece's body, where no knob is.
+  const int x = static_cast<int>(to.x + puzzle().cellW * 0.52 + 3), y = static_cast<int>(to.y + puzzle().cellH * 0.52 + 3);
+  const auto light = [&] { return (driver->pixel(x, y) >> 8 & 255) + (driver->pixel(x, y) >> 16 & 255); };
+  const uint32_t table = light();
+  driver->frame(pointer(at, true, true));
+  driver->frame(pointer(to, true, false));
+  EXPECT_LT(light() + 20, table);
+}
+
 TEST_F(Playing, ATurnedPieceSnapsOnlyOnceUpright) {
   store::clearPuzzle();
   start(BoardLayout::Scatter, store::RotationMode::Rot180);

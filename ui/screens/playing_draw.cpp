@@ -15,6 +15,7 @@ namespace ui {
 namespace {
 
 constexpr double kLift = 1.04;         // the piece in hand is drawn a little larger
+constexpr double kShadowDrop = 7;      // and casts its shadow this far down and right
 constexpr double kEaseRate = 18;       // how fast a displayed piece catches up, per second
 constexpr double kPictureStep = 64;    // picture bounds are rounded up to this many pixels
 
@@ -137,6 +138,9 @@ void PlayingScreen::drawPieces(const store::Settings& settings, bool held) {
   const core::Piece* heldPiece = held_ >= 0 ? &puzzle_.pieces[held_] : nullptr;
   if (held) {
     if (!heldPiece) return;
+    const double m = kShadowBlur, drop = kShadowDrop / view_.zoom;
+    blitPiece(pieceShadowTexture(puzzle_, *heldPiece), *heldPiece, heldPiece->x - m + drop, heldPiece->y - m + drop,
+              boxW + 2 * m, boxH + 2 * m, view_, kLift);
     SDL_Texture* tex = sprites_.texture(puzzle_, *heldPiece, false, boardPicture, &picture);
     blitPiece(tex, *heldPiece, heldPiece->x, heldPiece->y, boxW, boxH, view_, kLift);
     return;

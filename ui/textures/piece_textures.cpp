@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/outline.h"
+#include "ui/draw.h"
 #include "ui/gpu.h"
 
 namespace ui {
@@ -58,6 +59,15 @@ void paintPiece(cairo_t* cr, void* user) {
   cairo_restore(cr);
 }
 
+void paintShadow(cairo_t* cr, void* user) {
+  const auto& req = *static_cast<const PiecePaint*>(user);
+  const core::Puzzle& p = *req.puzzle;
+  cairo_translate(cr, kShadowBlur, kShadowBlur);
+  core::buildPiecePath(cr, p.cellW, p.cellH, p.pad, req.piece->edges);
+  softShadowFromPath(cr, 0, 0, kShadowBlur, 0x000000, 0.55);
+  cairo_new_path(cr);
+}
+
 double boxW(const core::Puzzle& p) { return p.cellW + 2 * p.pad; }
 double boxH(const core::Puzzle& p) { return p.cellH + 2 * p.pad; }
 
@@ -94,6 +104,13 @@ SDL_Texture* pieceTexture(const std::string& prefix, const core::Puzzle& puzzle,
   PiecePaint req{&puzzle, &piece, picture, noOutline, 1.0, 0, 0};
   return gpuTexture(pieceTextureKey(prefix, puzzle, piece, noOutline), pixels(boxW(puzzle)), pixels(boxH(puzzle)),
                     paintPiece, &req);
+}
+
+SDL_Texture* pieceShadowTexture(const core::Puzzle& puzzle, const core::Piece& piece) {
+  PiecePaint req{&puzzle, &piece, nullptr, false, 1.0, 0, 0};
+  const double w = boxW(puzzle) + 2 * kShadowBlur, h = boxH(puzzle) + 2 * kShadowBlur;
+  return gpuTexture(pieceStem("sh_", puzzle.levelId, puzzle, piece) + sizeKey(w, h), pixels(w), pixels(h),
+                    paintShadow, &req);
 }
 
 SDL_Texture* pieceThumbTexture(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,

@@ -26,6 +26,11 @@ std::string boardTextureKey(const core::Puzzle& puzzle, unsigned first, unsigned
 // may be null: the piece is then a translucent orange shape.
 SDL_Texture* pieceTexture(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,
                           cairo_surface_t* picture, bool noOutline);
+// The soft shadow a lifted piece casts: its outline faded out over
+// kShadowBlur units, in a texture that margin larger than the image box on
+// every side. Painted once per piece shape and size.
+inline constexpr double kShadowBlur = 10;
+SDL_Texture* pieceShadowTexture(const core::Puzzle& puzzle, const core::Piece& piece);
 // The piece shrunk so its longer side is `size` units: fitted to its own
 // shape, or centred in a size x size square. outW/outH receive the box size.
 SDL_Texture* pieceThumbTexture(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,
