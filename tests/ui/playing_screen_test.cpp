@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <tuple>
 
 #include "store/store.h"
 #include "tests/support/frame_driver.h"
@@ -260,6 +261,26 @@ TEST_F(Playing, APieceInHandCastsAShadow) {
   driver->frame(pointer(at, true, true));
   driver->frame(pointer(to, true, false));
   EXPECT_LT(light() + 20, table);
+}
+
+// The turning hint hides no strip and no piece, in a wide or a tall window.
+TEST_F(Playing, TheTurningHintHidesNothing) {
+  for (const auto& [w, h, layout] : {std::tuple{1280, 800, BoardLayout::Scatter}, {800, 1100, BoardLayout::ScrollTray}}) {
+    driver = std::make_unique<FrameDriver>(w, h);
+    store::clearPuzzle();
+    start(layout, store::RotationMode::Rot90);
+    const ui::Rect hint = screen()->hintRect();
+    ASSERT_GT(hint.w, 0) << w << "x" << h;
+    std::vector<ui::Rect> taken = {screen()->tray().strip(0), screen()->tray().strip(1)};
+    if (layout != BoardLayout::ScrollTray) taken.clear();
+    for (const core::Piece& p : puzzle().pieces) {
+      const Point at = onScreen(p.restX, p.restY);
+      if (!p.inTray) taken.push_back({at.x, at.y, puzzle().cellW + 2 * puzzle().pad, puzzle().cellH + 2 * puzzle().pad});
+    }
+    for (const ui::Rect& r : taken) {
+      EXPECT_FALSE(hint.x < r.x + r.w && r.x < hint.x + hint.w && hint.y < r.y + r.h && r.y < hint.y + hint.h);
+    }
+  }
 }
 
 TEST_F(Playing, ATurnedPieceSnapsOnlyOnceUpright) {

@@ -30,17 +30,30 @@ constexpr double kHintSeconds = 8;
 double rowOneHeight(bool large) { return large ? 56 : 48; }
 double rowTwoHeight(bool large) { return large ? 44 : 40; }
 
-// A pill of text centred at (cx, cy), fading with `alpha`.
-void pill(Ctx& ctx, double cx, double cy, const std::string& text, double size, double alpha) {
+TextStyle pillStyle(const Ctx& ctx, double size, double alpha) {
   TextStyle style;
   style.size = size;
   style.bold = true;
   style.alpha = alpha;
   style.maxWidth = ctx.width - 64;
+  return style;
+}
+
+// The box of a pill of text centred at (cx, cy).
+Rect pillRect(const Ctx& ctx, double cx, double cy, const std::string& text, double size) {
   double w = 0, h = 0;
-  measureText(ctx.cr, text, style, &w, &h);
-  fillRoundedRect(ctx.cr, Rect{cx - w * 0.5 - 18, cy - h * 0.5 - 10, w + 36, h + 20}, 1000, kColorPanel, 0.92 * alpha);
-  drawTextCentered(ctx.cr, cx, cy, text, style);
+  measureText(ctx.cr, text, pillStyle(ctx, size, 1.0), &w, &h);
+  return Rect{cx - w * 0.5 - 18, cy - h * 0.5 - 10, w + 36, h + 20};
+}
+
+// A pill of text centred at (cx, cy), fading with `alpha`.
+void pill(Ctx& ctx, double cx, double cy, const std::string& text, double size, double alpha) {
+  fillRoundedRect(ctx.cr, pillRect(ctx, cx, cy, text, size), 1000, kColorPanel, 0.92 * alpha);
+  drawTextCentered(ctx.cr, cx, cy, text, pillStyle(ctx, size, alpha));
+}
+
+bool overlap(const Rect& a, const Rect& b) {
+  return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
 }
 
 }  // namespace
@@ -126,11 +139,35 @@ void PlayingScreen::drawControls(Ctx& ctx, const store::Settings& settings, doub
 }
 
 void PlayingScreen::drawHints(Ctx& ctx, const store::Settings& settings) {
+  hint_ = Rect{};
   if (settings.rotationMode == store::RotationMode::Off || solved()) return;
   const double age = ctx.time - startedAt_;
   if (age > kHintSeconds) return;
   const double alpha = std::min(1.0, kHintSeconds - age);
-  pill(ctx, ctx.width * 0.5, ctx.height - 40, i18n::tr("playing.rotateHintMouse"), 14, alpha);
+  const std::string text = i18n::tr("playing.rotateHintMouse");
+  // The hint takes the first place where it hides neither a strip nor a
+  // piece: the foot of the table, its head, or the middle of the board.
+  const bool strips = puzzle_.layoutMode == store::BoardLayout::ScrollTray;
+  const Rect table = strips ? tray_.table(ctx.width, ctx.height, headerH_)
+                            : Rect{0, headerH_, ctx.width, ctx.height - headerH_};
+  for (const double cy : {table.y + table.h - 36, table.y + 36, table.y + table.h * 0.5}) {
+    hint_ = pillRect(ctx, ctx.width * 0.5, cy, text, 14);
+    if (!hidesSomething(hint_)) {
+      pill(ctx, ctx.width * 0.5, cy, text, 14, alpha);
+      return;
+    }
+  }
+  hint_ = Rect{};
+}
+
+bool PlayingScreen::hidesSomething(const Rect& r) const {
+  const bool strips = puzzle_.layoutMode == store::BoardLayout::ScrollTray;
+  if (strips && (overlap(r, tray_.strip(0)) || overlap(r, tray_.strip(1)))) return true;
+  const double w = (puzzle_.cellW + 2 * puzzle_.pad) * view_.zoom, h = (puzzle_.cellH + 2 * puzzle_.pad) * view_.zoom;
+  for (const core::Piece& p : puzzle_.pieces) {
+    if (!p.inTray && overlap(r, Rect{view_.toScreenX(p.restX), view_.toScreenY(p.restY), w, h})) return true;
+  }
+  return false;
 }
 
 void PlayingScreen::drawSolvedBanner(Ctx& ctx) {

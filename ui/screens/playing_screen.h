@@ -38,6 +38,8 @@ class PlayingScreen : public Screen {
   bool paused() const { return paused_; }
   bool dialogOpen() const { return dialog_ != Dialog::None; }
   bool solved() const { return solvedAt_ >= 0; }
+  // Where the turning hint shows this frame; empty when it does not.
+  const Rect& hintRect() const { return hint_; }
 
  private:
   enum class Dialog { None, Restart, Shuffle };
@@ -80,6 +82,7 @@ class PlayingScreen : public Screen {
   void drawControls(Ctx& ctx, const store::Settings& settings, double y, double h);
   void drawPause(Ctx& ctx);
   void drawHints(Ctx& ctx, const store::Settings& settings);
+  bool hidesSomething(const Rect& r) const;
   void drawSolvedBanner(Ctx& ctx);
 
   core::Puzzle puzzle_;
@@ -105,6 +108,7 @@ class PlayingScreen : public Screen {
   int held_ = -1;  // index of the piece in hand
   double pointerX_ = 0, pointerY_ = 0;  // where the pointer was last seen over the game
   double lastW_ = 0, lastH_ = 0;
+  Rect hint_;
   double grabX_ = 0, grabY_ = 0;
   bool panning_ = false;
   // The view before a pickup zoomed out to the whole board, to return to.
