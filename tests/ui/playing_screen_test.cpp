@@ -10,8 +10,10 @@
 #include <memory>
 #include <tuple>
 
+#include "i18n/i18n.h"
 #include "store/store.h"
 #include "tests/support/frame_driver.h"
+#include "ui/widgets/trace.h"
 
 namespace {
 
@@ -311,7 +313,18 @@ TEST_F(Playing, PauseAndLostFocusStopTheClockUntilThePlayerReturns) {
     const int64_t frozen = puzzle().elapsedMs;
     driver->idle(1.0);
     EXPECT_EQ(puzzle().elapsedMs, frozen);
-    driver->key(SDLK_RETURN);
+    if (byFocus) {
+      driver->key(SDLK_RETURN);
+    } else {
+      // Paused, the header's pause control reads as the way back.
+      ui::setWidgetTracing(true);
+      driver->idle(FrameDriver::kStep);
+      const ui::TracedWidget* header = ui::findTracedWidget(i18n::tr("common.continue"));
+      ASSERT_TRUE(header && header->rect.y < 60);
+      driver->click(header->rect.x + 5, header->rect.y + 5);
+      ui::setWidgetTracing(false);
+    }
+    EXPECT_FALSE(screen()->paused());
     driver->idle(0.5);
     EXPECT_GT(puzzle().elapsedMs, frozen + 400);
   }
