@@ -99,9 +99,12 @@ bool Puzzle::restore(const store::SavedPuzzle& saved, bool landscape) {
       targetOf(*piece, &piece->x, &piece->y);
     } else {
       piece->rotation = normalizedRotation(s.rotation);
-      if (sameGeometry) {
-        piece->x = clampInto(boardX - saved.boardX + s.x, looseMinX, looseMaxX);
-        piece->y = clampInto(boardY - saved.boardY + s.y, looseMinY, looseMaxY);
+      // A piece the table cannot hold where it was keeps the place the deal
+      // gave it, rather than joining a pile at the table's edge.
+      const double x = boardX - saved.boardX + s.x, y = boardY - saved.boardY + s.y;
+      if (sameGeometry && clampInto(x, looseMinX, looseMaxX) == x && clampInto(y, looseMinY, looseMaxY) == y) {
+        piece->x = x;
+        piece->y = y;
       }
     }
     // A restored game opens still, not with every piece gliding into place.
