@@ -46,10 +46,10 @@ Rect pillRect(const Ctx& ctx, double cx, double cy, const std::string& text, dou
   return Rect{cx - w * 0.5 - 18, cy - h * 0.5 - 10, w + 36, h + 20};
 }
 
-// A pill of text centred at (cx, cy), fading with `alpha`.
-void pill(Ctx& ctx, double cx, double cy, const std::string& text, double size, double alpha) {
-  fillRoundedRect(ctx.cr, pillRect(ctx, cx, cy, text, size), 1000, kColorPanel, 0.92 * alpha);
-  drawTextCentered(ctx.cr, cx, cy, text, pillStyle(ctx, size, alpha));
+// A pill of text in the box pillRect gave it, fading with `alpha`.
+void pill(Ctx& ctx, const Rect& box, const std::string& text, double size, double alpha) {
+  fillRoundedRect(ctx.cr, box, 1000, kColorPanel, 0.92 * alpha);
+  drawTextCentered(ctx.cr, box.x + box.w * 0.5, box.y + box.h * 0.5, text, pillStyle(ctx, size, alpha));
 }
 
 bool overlap(const Rect& a, const Rect& b) {
@@ -150,10 +150,11 @@ void PlayingScreen::drawHints(Ctx& ctx, const store::Settings& settings) {
   const bool strips = puzzle_.layoutMode == store::BoardLayout::ScrollTray;
   const Rect table = strips ? tray_.table(ctx.width, ctx.height, headerH_)
                             : Rect{0, headerH_, ctx.width, ctx.height - headerH_};
+  const Rect box = pillRect(ctx, ctx.width * 0.5, 0, text, 14);
   for (const double cy : {table.y + table.h - 36, table.y + 36, table.y + table.h * 0.5}) {
-    hint_ = pillRect(ctx, ctx.width * 0.5, cy, text, 14);
+    hint_ = Rect{box.x, cy - box.h * 0.5, box.w, box.h};
     if (!hidesSomething(hint_)) {
-      pill(ctx, ctx.width * 0.5, cy, text, 14, alpha);
+      pill(ctx, hint_, text, 14, alpha);
       return;
     }
   }
@@ -173,7 +174,7 @@ bool PlayingScreen::hidesSomething(const Rect& r) const {
 void PlayingScreen::drawSolvedBanner(Ctx& ctx) {
   const double alpha = std::min(1.0, (ctx.time - solvedAt_) * 3);
   const std::string text = i18n::tr("solved.title") + "  " + formatTime(puzzle_.elapsedMs);
-  pill(ctx, ctx.width * 0.5, headerH_ + (ctx.height - headerH_) * 0.5, text, 26, alpha);
+  pill(ctx, pillRect(ctx, ctx.width * 0.5, headerH_ + (ctx.height - headerH_) * 0.5, text, 26), text, 26, alpha);
 }
 
 // Paused, the picture is hidden until the player comes back.
