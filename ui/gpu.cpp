@@ -158,6 +158,11 @@ size_t gpuCacheSize() { return state().cache.size(); }
 
 bool gpuCached(const std::string& key) { return state().cache.count(key) != 0; }
 
+void gpuDropTexture(const std::string& key) {
+  const auto it = state().cache.find(key);
+  if (it != state().cache.end()) destroyEntry(it);
+}
+
 SDL_Texture* gpuCachedTexture(const std::string& key, int w, int h) {
   State& s = state();
   const auto it = s.cache.find(key);

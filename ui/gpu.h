@@ -55,6 +55,8 @@ size_t gpuCacheSize();
 // (its last use refreshed), else null; never paints.
 SDL_Texture* gpuCachedTexture(const std::string& key, int w, int h);
 bool gpuCached(const std::string& key);
+// Destroys the cached texture of that key, if there is one.
+void gpuDropTexture(const std::string& key);
 
 // 0 below 0, 255 above 1, else the integer part of alpha * 255 + 0.5.
 uint8_t alphaByte(double alpha);

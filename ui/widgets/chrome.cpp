@@ -98,6 +98,11 @@ double wavyTitle(Ctx& ctx, double cx, double cy, const std::string& text, double
   return total;
 }
 
+void tagline(Ctx& ctx, double cy) {
+  const TextStyle style = labelStyle(largeLayout(ctx) ? 16 : 14, false, kColorMuted, ctx.width - 48);
+  drawTextCentered(ctx.cr, ctx.width * 0.5, cy, i18n::tr("app.tagline"), style);
+}
+
 void footer(Ctx& ctx, double bottom) {
   const TextStyle style = labelStyle(12, false, kColorMuted, ctx.width - 24);
   const double cx = ctx.width * 0.5;

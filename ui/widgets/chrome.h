@@ -17,6 +17,8 @@ bool backButton(Ctx& ctx);
 double screenHeader(Ctx& ctx, const std::string& title, bool* backClicked);
 // Returns the total advance; an empty text draws nothing and returns 0.
 double wavyTitle(Ctx& ctx, double cx, double cy, const std::string& text, double size);
+// The game's tagline under the title, centred on the window at height cy.
+void tagline(Ctx& ctx, double cy);
 void footer(Ctx& ctx, double bottom);
 
 }  // namespace ui
