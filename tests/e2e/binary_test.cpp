@@ -73,6 +73,29 @@ class GameBinary : public ::testing::Test {
     return false;
   }
 
+  // The middle of the longest run of accent-filled pixels down column x of
+  // the game's window, the look of a primary button (a shorter run is
+  // text); -1 when there is none.
+  int primaryButtonAt(int column) {
+    const std::vector<uint32_t> pixels = testsupport::windowColumn(x.display(), "Quillmoss", column);
+    int best = 0, bestEnd = 0, run = 0;
+    for (int y = 0; y < static_cast<int>(pixels.size()); ++y) {
+      const uint32_t p = pixels[y];
+      const bool accent = std::abs(int(p >> 16 & 255) - 0xf5) < 4 && std::abs(int(p >> 8 & 255) - 0xa6) < 4 &&
+                          std::abs(int(p & 255) - 0x23) < 4;
+      run = accent ? run + 1 : 0;
+      if (run > best) best = run, bestEnd = y;
+    }
+    return best >= 30 ? bestEnd - best / 2 : -1;
+  }
+  // Looks until `want` holds of what column x shows (frames take their
+  // time on a busy machine); the last look.
+  int lookUntil(int column, const std::function<bool(int)>& want) {
+    int seen = -1;
+    waitFor([&] { return want(seen = primaryButtonAt(column)); });
+    return seen;
+  }
+
   // Pieces out of the strips in the saved puzzle.
   int onTable() {
     const js::Value saves = stored("saves.dat");
@@ -119,6 +142,40 @@ TEST_F(GameBinary, APlayerDragsPiecesLeavesAndQuitsWithMouseAndKeys) {
   const js::Value puzzle = stored("saves.dat")["current_puzzle"];
   ASSERT_EQ(puzzle["pieces"].size(), 42u) << "level 1 at the default 6 x 7";
   EXPECT_GT(puzzle["elapsedMs"].asInt(0), 500) << "the clock was saved on leaving";
+}
+
+// The way in, looked at as a player sees it: the splash shows no button and
+// takes the click meant for Quit; the menu's primary button leads the
+// column; About leads to Licences and back twice to the menu; Choose Level
+// opens the level select; and Quit ends the game normally.
+TEST_F(GameBinary, APlayerComesInThroughTheSplashLooksAroundAndQuitsFromTheMenu) {
+  auto game = start({"--size", "1000x700"});
+  ASSERT_TRUE(game->waitForOutput("[video] ", 30)) << game->err();
+  ASSERT_TRUE(xdotool("windowfocus --sync %1 sleep 0.5"));
+  EXPECT_EQ(primaryButtonAt(350), -1) << "the splash";
+  const auto click = [&](int x, int y) {
+    return xdotool("mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) + " click 1");
+  };
+  const auto is = [](int want) { return [want](int seen) { return seen == want; }; };
+  ASSERT_TRUE(click(500, 610));  // where the menu's Quit will be
+  const int first = lookUntil(350, [](int seen) { return seen > 0; });
+  ASSERT_GT(first, 0) << "the menu, still running";
+  ASSERT_TRUE(click(500, first + 4 * 64));  // About, fifth in the column
+  const int licenses = lookUntil(390, [&](int seen) { return seen > first + 4 * 64; });
+  ASSERT_GT(licenses, first + 4 * 64) << "the about page's one button";
+  ASSERT_TRUE(click(500, licenses));
+  EXPECT_EQ(lookUntil(390, is(-1)), -1) << "the licences list";
+  ASSERT_TRUE(click(60, 32));
+  EXPECT_EQ(lookUntil(390, is(licenses)), licenses) << "back on the about page";
+  ASSERT_TRUE(click(60, 32));
+  EXPECT_EQ(lookUntil(350, is(first)), first) << "back on the menu";
+  ASSERT_TRUE(click(500, first));
+  EXPECT_NE(lookUntil(350, [&](int seen) { return seen != first; }), first) << "the level select";
+  ASSERT_TRUE(xdotool("key Escape"));
+  ASSERT_EQ(lookUntil(350, is(first)), first);
+  ASSERT_TRUE(click(500, first + 5 * 64));
+  const ExitStatus st = game->wait(10);
+  EXPECT_TRUE(st.exited && st.code == 0) << st.code << " " << st.signal;
 }
 
 // Three runs, each ended by another termination signal: the first asks for

@@ -108,6 +108,10 @@ class XServer {
   std::string display_;
 };
 
+// 0xRRGGBB of every pixel down column x of the first window whose name
+// holds `name` on that display, as it shows now; empty when there is none.
+std::vector<uint32_t> windowColumn(const std::string& display, const std::string& name, int x);
+
 // The game executable built beside the tests.
 std::string gameBinary();
 
