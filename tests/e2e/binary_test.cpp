@@ -77,14 +77,12 @@ class GameBinary : public ::testing::Test {
   // the game's window, the look of a primary button (a shorter run is
   // text); -1 when there is none.
   int primaryButtonAt(int column) {
-    const std::vector<uint32_t> pixels = testsupport::windowColumn(x.display(), "Quillmoss", column);
-    int best = 0, bestEnd = 0, run = 0;
-    for (int y = 0; y < static_cast<int>(pixels.size()); ++y) {
-      const uint32_t p = pixels[y];
-      const bool accent = std::abs(int(p >> 16 & 255) - 0xf5) < 4 && std::abs(int(p >> 8 & 255) - 0xa6) < 4 &&
-                          std::abs(int(p & 255) - 0x23) < 4;
-      run = accent ? run + 1 : 0;
+    int best = 0, bestEnd = 0, run = 0, y = 0;
+    for (const uint32_t p : testsupport::windowColumn(x.display(), "Quillmoss", column)) {
+      run = std::abs(int(p >> 16) - 0xf5) + std::abs(int(p >> 8 & 255) - 0xa6) + std::abs(int(p & 255) - 0x23) < 8
+                ? run + 1 : 0;
       if (run > best) best = run, bestEnd = y;
+      ++y;
     }
     return best >= 30 ? bestEnd - best / 2 : -1;
   }
