@@ -36,22 +36,6 @@ TEST(ScreenStack, NavigationIsDeferredAndRebuildsWhateverIsOnTop) {
   EXPECT_EQ(game.current(), fresh) << "an unknown kind keeps the screen running";
 }
 
-// Back buttons and Escape all go through back(): to the screen below, or
-// to the menu from a screen that was shown first.
-TEST(ScreenStack, BackGoesDownTheStackAndFromTheFirstScreenToTheMenu) {
-  Game game;
-  game.resetTo(state(ScreenKind::Playing, "level2", 5, 6));
-  game.back();
-  EXPECT_EQ(game.stack().size(), 1u);
-  EXPECT_EQ(game.top().screen, ScreenKind::Menu);
-  game.push(state(ScreenKind::About));
-  game.push(state(ScreenKind::Licenses));
-  game.back();
-  EXPECT_EQ(game.top().screen, ScreenKind::About);
-  game.back();
-  EXPECT_EQ(game.top().screen, ScreenKind::Menu);
-}
-
 TEST(ScreenStack, ARebuildNotesTheScreenForCrashReportsAndDropsTheOldListDrag) {
   Game game;
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 64, 64);
