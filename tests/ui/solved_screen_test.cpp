@@ -1,10 +1,13 @@
 // The solved screen's viewer: zoom about the pointer within its bounds, the
-// double-click toggle, the pan's clamps; and the screen itself on a frame.
+// double-click toggle, the pan's clamps; the screen itself on a frame; and the
+// gallery that leads to it.
 #include <gtest/gtest.h>
 
+#include "store/store.h"
 #include "tests/support/frame_driver.h"
 #include "ui/screens/photo_viewer.h"
 #include "ui/widgets/theme.h"
+#include "ui/widgets/trace.h"
 
 namespace {
 
@@ -66,6 +69,39 @@ TEST(SolvedScreen, ShowsThePictureAndContinueGoesBack) {
   driver.click(500, 700 - 84 + 16 + 26);
   driver.idle(0.1);
   EXPECT_EQ(driver.game().top().screen, ui::ScreenKind::Menu);
+}
+
+// Solves of levels the game no longer has stay hidden; a card opens its solve.
+TEST(Gallery, ShowsKnownSolvesOnlyAndOpensTheOneClicked) {
+  testsupport::FrameDriver driver(1000, 700);
+  ui::setWidgetTracing(true);
+  store::solves() = {{"1_0", "level3", 5, 6, 61000, 1}, {"2_1", "level99", 6, 7, 1, 2},
+                     {"3_2", "level5", 10, 11, 3723000, 3}};
+  ui::GameState gallery;
+  gallery.screen = ui::ScreenKind::Gallery;
+  driver.game().resetTo(gallery);
+  ui::widgetTrace().clear();
+  driver.idle(0.05);
+  EXPECT_EQ(ui::findTracedWidget("LVL 99"), nullptr);
+  const ui::TracedWidget* card = ui::findTracedWidget("LVL 5");
+  ASSERT_NE(card, nullptr);
+  driver.click(card->rect.x + 40, card->rect.y + 40);
+  driver.idle(0.05);
+  const ui::GameState& top = driver.game().top();
+  EXPECT_EQ(top.screen, ui::ScreenKind::Solved);
+  EXPECT_EQ(top.levelId + " " + std::to_string(top.rows) + "x" + std::to_string(top.cols), "level5 10x11");
+  EXPECT_EQ(top.elapsedMs, 3723000);
+
+  // With nothing to show, the window holds the header and one line of text.
+  store::solves() = {{"2_1", "level99", 6, 7, 1, 2}};
+  driver.game().resetTo(gallery);
+  ui::widgetTrace().clear();
+  driver.idle(0.05);
+  EXPECT_EQ(ui::findTracedWidget("LVL 3"), nullptr);
+  int ink = 0;
+  for (int x = 0; x < 1000; ++x) ink += driver.pixel(x, 350) != (0xff000000 | ui::kColorBackground);
+  EXPECT_GT(ink, 20) << "the empty text across the middle";
+  ui::setWidgetTracing(false);
 }
 
 }  // namespace

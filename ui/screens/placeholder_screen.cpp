@@ -40,7 +40,6 @@ std::unique_ptr<Screen> placeholder(const char* kind) { return std::make_unique<
 std::unique_ptr<Screen> makeSplashScreen() { return placeholder("Splash"); }
 std::unique_ptr<Screen> makeMenuScreen() { return placeholder("Menu"); }
 std::unique_ptr<Screen> makeLevelSelectScreen() { return placeholder("LevelSelect"); }
-std::unique_ptr<Screen> makeGalleryScreen() { return placeholder("Gallery"); }
 std::unique_ptr<Screen> makeSettingsScreen() { return placeholder("Settings"); }
 std::unique_ptr<Screen> makeAboutScreen() { return placeholder("About"); }
 std::unique_ptr<Screen> makeLicensesScreen() { return placeholder("Licenses"); }
