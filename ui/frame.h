@@ -10,6 +10,9 @@
 
 namespace ui {
 
+// The colour every frame is cleared to: the player's, or the palette's.
+uint32_t backgroundRgb();
+
 // Draws the top screen into the renderer's output of outW × outH pixels, at
 // `scale` pixels per logical unit: clears to the background colour (the
 // player's, or the palette's), runs the screen stack with `ctx` (its time,

@@ -38,12 +38,6 @@ std::unique_ptr<Screen> placeholder(const char* kind) { return std::make_unique<
 }  // namespace
 
 std::unique_ptr<Screen> makeLevelSelectScreen() { return placeholder("LevelSelect"); }
-std::unique_ptr<Screen> makeSolvedScreen(std::string levelId, int rows, int cols, int64_t elapsedMs) {
-  return placeholder(("Solved " + levelId + " " + std::to_string(rows) + "x" + std::to_string(cols) + " " +
-                      std::to_string(elapsedMs) + " ms")
-                         .c_str());
-}
-std::unique_ptr<Screen> makeGalleryScreen() { return placeholder("Gallery"); }
 std::unique_ptr<Screen> makeSettingsScreen() { return placeholder("Settings"); }
 
 }  // namespace ui
