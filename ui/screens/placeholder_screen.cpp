@@ -46,7 +46,6 @@ std::unique_ptr<Screen> makeSolvedScreen(std::string levelId, int rows, int cols
                          .c_str());
 }
 std::unique_ptr<Screen> makeGalleryScreen() { return placeholder("Gallery"); }
-std::unique_ptr<Screen> makeSettingsScreen() { return placeholder("Settings"); }
 std::unique_ptr<Screen> makeAboutScreen() { return placeholder("About"); }
 std::unique_ptr<Screen> makeLicensesScreen() { return placeholder("Licenses"); }
 
