@@ -48,15 +48,19 @@ class SettingsPage : public ::testing::Test {
   }
   void TearDown() override { ui::setWidgetTracing(false); }
 
-  // The n-th widget so labelled in a fresh frame.
-  ui::Rect find(const std::string& label, int n = 0) {
+  // The n-th widget so labelled in a fresh frame, or null.
+  const ui::TracedWidget* traced(const std::string& label, int n = 0) {
     ui::widgetTrace().clear();
     driver.idle(FrameDriver::kStep);
     for (const ui::TracedWidget& w : ui::widgetTrace()) {
-      if (w.label == label && n-- == 0) return w.rect;
+      if (w.label == label && n-- == 0) return &w;
     }
-    ADD_FAILURE() << "no " << label;
-    return {};
+    return nullptr;
+  }
+  ui::Rect find(const std::string& label, int n = 0) {
+    const ui::TracedWidget* w = traced(label, n);
+    EXPECT_TRUE(w) << "no " << label;
+    return w ? w->rect : ui::Rect{};
   }
   void press(const std::string& label, int n = 0, double along = 0.5) {
     const ui::Rect r = find(label, n);
@@ -99,6 +103,7 @@ TEST_F(SettingsPage, OnlyOkOfThePickerStoresItsColour) {
     press("slider", 2, 0.25);
     close == "Escape" ? driver.key(SDLK_ESCAPE) : press(close);
     EXPECT_EQ(bg.set, close == "OK") << close;
+    EXPECT_FALSE(traced("hue")) << close << " closes the picker";
   }
   EXPECT_EQ(bg.rgb, ui::pickerColor(120, 0.25));
 }
