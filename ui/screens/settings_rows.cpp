@@ -176,7 +176,7 @@ std::string colorTitle(int target) { return i18n::tr(colorRowDef(target).labelKe
 
 double SettingsScreen::colorRow(Ctx& ctx, const Column& c, double y, int target, const std::string& label,
                                 store::OptColor& color, const uint32_t* presets, int count) {
-  rowLabel(ctx, Column{c.x, c.w - kCustomW - 8, c.rtl}, y, label);
+  rowLabel(ctx, c.part(0, c.w - kCustomW - 8), y, label);
   if (plainButton(ctx, c.place(c.w - kCustomW, y - 6, kCustomW, kCustomH), i18n::tr("settings.colorCustom"), false)) {
     modal_ = Modal::Picker;
     pickerTarget_ = target;

@@ -27,6 +27,8 @@ struct Column {
   Rect place(double offset, double y, double width, double height) const {
     return Rect{rtl ? x + w - offset - width : x + offset, y, width, height};
   }
+  // The part of the column `offset` from its start edge, `width` wide.
+  Column part(double offset, double width) const { return Column{place(offset, 0, width, 0).x, width, rtl}; }
 };
 
 // A row's label: small, bold and muted, at the column's start edge.
