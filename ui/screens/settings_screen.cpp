@@ -121,32 +121,29 @@ double SettingsScreen::drawRows(Ctx& ctx, store::Settings& s, const Column& c, d
   return buttonRows(ctx, s, c, y);
 }
 
+// A labelled volume slider; true when it moved the value this frame.
+bool SettingsScreen::volumeRow(Ctx& ctx, const Column& c, double* y, const char* labelKey, double* value) {
+  rowLabel(ctx, c, *y, i18n::tr(labelKey));
+  sliders_.push_back(Rect{c.x, *y + kControlsBelow, c.w, kSliderH});
+  *y += kControlsBelow + kSliderH + kRowGap;
+  const double now = slider(ctx, sliders_.back(), *value);
+  if (now == *value) return false;
+  *value = now;
+  dirty_ = true;
+  return true;
+}
+
 double SettingsScreen::soundRows(Ctx& ctx, store::Settings& s, const Column& c, double y) {
   sliders_.clear();
-  rowLabel(ctx, c, y, i18n::tr("settings.music"));
-  sliders_.push_back(Rect{c.x, y + kControlsBelow, c.w, kSliderH});
-  const double music = slider(ctx, sliders_.back(), s.musicVolume);
-  if (music != s.musicVolume) {
-    s.musicVolume = music;
-    audio::setMusicVolume(music);
-    dirty_ = true;
-  }
-  y += kControlsBelow + kSliderH + kRowGap;
-
-  rowLabel(ctx, c, y, i18n::tr("settings.sfx"));
-  sliders_.push_back(Rect{c.x, y + kControlsBelow, c.w, kSliderH});
-  const double sfx = slider(ctx, sliders_.back(), s.sfxVolume);
-  if (sfx != s.sfxVolume) {
-    s.sfxVolume = sfx;
-    audio::setSfxVolume(sfx);
-    dirty_ = true;
-    // The click is the sample, played while sliding but not every frame.
+  if (volumeRow(ctx, c, &y, "settings.music", &s.musicVolume)) audio::setMusicVolume(s.musicVolume);
+  // The click is the sample, played while sliding but not every frame.
+  if (volumeRow(ctx, c, &y, "settings.sfx", &s.sfxVolume)) {
+    audio::setSfxVolume(s.sfxVolume);
     if (lastSample_ < 0 || ctx.time - lastSample_ >= kSampleInterval) {
       audio::play(audio::Sfx::Click);
       lastSample_ = ctx.time;
     }
   }
-  y += kControlsBelow + kSliderH + kRowGap;
 
   const bool on = toggleRow(ctx, c.place(0, y, c.w, kToggleH), i18n::tr("settings.sound"), s.soundOn);
   if (on != s.soundOn) {

@@ -61,6 +61,7 @@ class SettingsScreen : public Screen {
   double drawRows(Ctx& ctx, store::Settings& s, const Column& c, double y);
   double choiceRows(Ctx& ctx, store::Settings& s, const Column& c, double y);
   double soundRows(Ctx& ctx, store::Settings& s, const Column& c, double y);
+  bool volumeRow(Ctx& ctx, const Column& c, double* y, const char* labelKey, double* value);
   double buttonRows(Ctx& ctx, const store::Settings& s, const Column& c, double y);
   void languageList(Ctx& ctx, store::Settings& s);
   void resetDialog(Ctx& ctx);
