@@ -267,8 +267,9 @@ TEST_F(GameBinary, SettingsChosenOnThePageShapeTheNextPuzzleAndOutliveARestart) 
   // Hebrew at the right; the list's last entry is Hebrew, its first the system.
   game = startDrawing(size, settingsFirst);
   ASSERT_TRUE(xdotool("windowfocus --sync %1 mousemove --window %1 640 400 click --repeat 15 5 sleep 0.3 "
-                      "mousemove --window %1 370 680 click 1 sleep 0.3 mousemove --window %1 633 400 click --repeat 10 5 "
-                      "sleep 0.3 mousemove --window %1 633 672 click 1 sleep 0.5"));
+                      "mousemove --window %1 370 680 click 1 sleep 0.3 "
+                      "mousemove --window %1 633 400 click --repeat 10 5 sleep 0.3 "
+                      "mousemove --window %1 633 672 click 1 sleep 0.5"));
   EXPECT_TRUE(waitFor([&] { return stored("settings.dat")["language"].string == "he"; }));
   ASSERT_TRUE(xdotool("mousemove --window %1 910 680 click 1 sleep 0.3 mousemove --window %1 633 116 click 1 "
                       "sleep 0.3 key ctrl+q"));

@@ -63,7 +63,7 @@ uint32_t orDefault(const store::OptColor& c, uint32_t fallback) { return c.set ?
 
 // A line of equally wide buttons, the selected one drawn primary; the index
 // clicked, or -1.
-int optionButtons(Ctx& ctx, const Column& c, double y, const std::vector<std::string>& labels, int selected) {
+int optionButtons(Ctx& ctx, const SettingsColumn& c, double y, const std::vector<std::string>& labels, int selected) {
   const double n = static_cast<double>(labels.size());
   const double w = (c.w - kOptionGap * (n - 1)) / n;
   int clicked = -1;
@@ -82,8 +82,8 @@ std::vector<std::string> translated(const char* const* keys, size_t n) {
 
 // An option row over an enumeration stored as 0, 1, 2.
 template <typename Enum, size_t N>
-double enumRow(Ctx& ctx, const Column& c, double y, const char* labelKey, const char* const (&keys)[N], Enum* value,
-               bool* changed) {
+double enumRow(Ctx& ctx, const SettingsColumn& c, double y, const char* labelKey, const char* const (&keys)[N],
+               Enum* value, bool* changed) {
   rowLabel(ctx, c, y, i18n::tr(labelKey));
   const int pick = optionButtons(ctx, c, y + kControlsBelow, translated(keys, N), static_cast<int>(*value));
   if (pick >= 0 && pick != static_cast<int>(*value)) {
@@ -93,7 +93,7 @@ double enumRow(Ctx& ctx, const Column& c, double y, const char* labelKey, const 
   return y + kControlsBelow + kOptionH + kRowGap;
 }
 
-double difficultyRow(Ctx& ctx, const Column& c, double y, int* difficulty, bool* changed) {
+double difficultyRow(Ctx& ctx, const SettingsColumn& c, double y, int* difficulty, bool* changed) {
   rowLabel(ctx, c, y, i18n::tr("settings.difficulty"));
   std::vector<std::string> names;
   int selected = -1;
@@ -109,7 +109,7 @@ double difficultyRow(Ctx& ctx, const Column& c, double y, int* difficulty, bool*
   return y + kControlsBelow + kOptionH + kRowGap;
 }
 
-double toggle(Ctx& ctx, const Column& c, double y, const char* labelKey, bool* value, bool* changed) {
+double toggle(Ctx& ctx, const SettingsColumn& c, double y, const char* labelKey, bool* value, bool* changed) {
   const bool now = toggleRow(ctx, c.place(0, y, c.w, kToggleH), i18n::tr(labelKey), *value);
   if (now != *value) {
     *value = now;
@@ -122,7 +122,7 @@ double toggle(Ctx& ctx, const Column& c, double y, const char* labelKey, bool* v
 // grid and a few pieces in place, and a tray strip with empty slots. The
 // grid follows the playing screen's rules: fainter when it takes the board's
 // colour, hidden on a very light background.
-double preview(Ctx& ctx, const Column& c, double y, const store::Settings& s) {
+double preview(Ctx& ctx, const SettingsColumn& c, double y, const store::Settings& s) {
   rowLabel(ctx, c, y, i18n::tr("settings.preview"));
   cairo_t* cr = ctx.cr;
   const double w = std::min(c.w, kPreviewMaxW);
@@ -160,7 +160,7 @@ double preview(Ctx& ctx, const Column& c, double y, const store::Settings& s) {
 
 }  // namespace
 
-void rowLabel(Ctx& ctx, const Column& c, double y, const std::string& text) {
+void rowLabel(Ctx& ctx, const SettingsColumn& c, double y, const std::string& text) {
   TextStyle style;
   style.size = 13;
   style.bold = true;
@@ -174,7 +174,7 @@ store::OptColor& colorSetting(store::Settings& s, int target) { return s.*colorR
 
 std::string colorTitle(int target) { return i18n::tr(colorRowDef(target).labelKey); }
 
-double SettingsScreen::colorRow(Ctx& ctx, const Column& c, double y, int target, const std::string& label,
+double SettingsScreen::colorRow(Ctx& ctx, const SettingsColumn& c, double y, int target, const std::string& label,
                                 store::OptColor& color, const uint32_t* presets, int count) {
   rowLabel(ctx, c.part(0, c.w - kCustomW - 8), y, label);
   if (plainButton(ctx, c.place(c.w - kCustomW, y - 6, kCustomW, kCustomH), i18n::tr("settings.colorCustom"), false)) {
@@ -199,7 +199,7 @@ double SettingsScreen::colorRow(Ctx& ctx, const Column& c, double y, int target,
   return top + kSwatchH + kRowGap;
 }
 
-double SettingsScreen::choiceRows(Ctx& ctx, store::Settings& s, const Column& c, double y) {
+double SettingsScreen::choiceRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
   y = difficultyRow(ctx, c, y, &s.difficulty, &dirty_);
   y = enumRow(ctx, c, y, "settings.boardLayout", kLayoutKeys, &s.boardLayout, &dirty_);
   y = enumRow(ctx, c, y, "settings.boardZoom", kZoomKeys, &s.boardZoomMode, &dirty_);

@@ -22,8 +22,8 @@ namespace ui {
 
 namespace {
 
-constexpr double kMargin = 40;        // on each side of the column in a narrow window
-constexpr double kMaxColumn = 760;    // the column's width in a wide one
+constexpr double kMargin = 40;      // on each side of the column in a narrow window
+constexpr double kMaxColumn = 760;  // the column's width in a wide one
 constexpr double kTopPad = 24, kBottomPad = 40;
 constexpr double kControlsBelow = 24;
 constexpr double kRowGap = 20;
@@ -31,7 +31,7 @@ constexpr double kSliderH = 24;
 constexpr double kToggleH = 44;
 constexpr double kButtonW = 220, kButtonH = 40;
 constexpr double kSliderGrabX = 12, kSliderGrabY = 10;  // the slider's own grab margins
-constexpr double kSampleInterval = 0.15;  // seconds between the effects slider's samples
+constexpr double kSampleInterval = 0.15;                // seconds between the effects slider's samples
 
 // The language list.
 constexpr double kListMaxW = 420, kItemH = 40, kItemStep = 48;
@@ -89,7 +89,7 @@ void SettingsScreen::persist(const Ctx& ctx) {
 void SettingsScreen::drawPage(Ctx& ctx, store::Settings& s, const Rect& view) {
   scrollPage(ctx, view);
   const double w = std::min(ctx.width - 2 * kMargin, kMaxColumn);
-  const Column c{(ctx.width - w) * 0.5, w, i18n::currentIsRtl()};
+  const SettingsColumn c{(ctx.width - w) * 0.5, w, i18n::currentIsRtl()};
   cairo_save(ctx.cr);
   cairo_rectangle(ctx.cr, view.x, view.y, view.w, view.h);
   cairo_clip(ctx.cr);
@@ -115,14 +115,14 @@ void SettingsScreen::scrollPage(Ctx& ctx, const Rect& view) {
   ctx.in.mousePressed = pressed;
 }
 
-double SettingsScreen::drawRows(Ctx& ctx, store::Settings& s, const Column& c, double y) {
+double SettingsScreen::drawRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
   y = choiceRows(ctx, s, c, y);
   y = soundRows(ctx, s, c, y);
   return buttonRows(ctx, s, c, y);
 }
 
 // A labelled volume slider; true when it moved the value this frame.
-bool SettingsScreen::volumeRow(Ctx& ctx, const Column& c, double* y, const char* labelKey, double* value) {
+bool SettingsScreen::volumeRow(Ctx& ctx, const SettingsColumn& c, double* y, const char* labelKey, double* value) {
   rowLabel(ctx, c, *y, i18n::tr(labelKey));
   sliders_.push_back(Rect{c.x, *y + kControlsBelow, c.w, kSliderH});
   *y += kControlsBelow + kSliderH + kRowGap;
@@ -133,7 +133,7 @@ bool SettingsScreen::volumeRow(Ctx& ctx, const Column& c, double* y, const char*
   return true;
 }
 
-double SettingsScreen::soundRows(Ctx& ctx, store::Settings& s, const Column& c, double y) {
+double SettingsScreen::soundRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
   sliders_.clear();
   if (volumeRow(ctx, c, &y, "settings.music", &s.musicVolume)) audio::setMusicVolume(s.musicVolume);
   // The click is the sample, played while sliding but not every frame.
@@ -155,7 +155,7 @@ double SettingsScreen::soundRows(Ctx& ctx, store::Settings& s, const Column& c, 
   return y + kToggleH + kRowGap;
 }
 
-double SettingsScreen::buttonRows(Ctx& ctx, const store::Settings& s, const Column& c, double y) {
+double SettingsScreen::buttonRows(Ctx& ctx, const store::Settings& s, const SettingsColumn& c, double y) {
   rowLabel(ctx, c, y, i18n::tr("settings.language"));
   std::string current = i18n::tr("settings.languageSystem");
   for (const i18n::Language& l : i18n::languages()) {

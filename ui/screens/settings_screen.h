@@ -20,7 +20,7 @@
 namespace ui {
 
 // The page's column; in a right-to-left language every row is mirrored in it.
-struct Column {
+struct SettingsColumn {
   double x = 0, w = 0;
   bool rtl = false;
   // A rect `offset` from the column's start edge (left, or right when mirrored).
@@ -28,11 +28,13 @@ struct Column {
     return Rect{rtl ? x + w - offset - width : x + offset, y, width, height};
   }
   // The part of the column `offset` from its start edge, `width` wide.
-  Column part(double offset, double width) const { return Column{place(offset, 0, width, 0).x, width, rtl}; }
+  SettingsColumn part(double offset, double width) const {
+    return SettingsColumn{place(offset, 0, width, 0).x, width, rtl};
+  }
 };
 
 // A row's label: small, bold and muted, at the column's start edge.
-void rowLabel(Ctx& ctx, const Column& c, double y, const std::string& text);
+void rowLabel(Ctx& ctx, const SettingsColumn& c, double y, const std::string& text);
 // The colour setting a picker target edits: 0 background, 1 board, 2 tray
 // background, 3 tray border, 4 grid lines.
 store::OptColor& colorSetting(store::Settings& s, int target);
@@ -46,8 +48,8 @@ class SettingsScreen : public Screen {
 
   // One colour row: its label, "default", the preset swatches and the button
   // that opens the picker for `target`. Returns the y of the next row.
-  double colorRow(Ctx& ctx, const Column& c, double y, int target, const std::string& label, store::OptColor& color,
-                  const uint32_t* presets, int count);
+  double colorRow(Ctx& ctx, const SettingsColumn& c, double y, int target, const std::string& label,
+                  store::OptColor& color, const uint32_t* presets, int count);
   // The custom colour picker over the page, while one is open; OK writes the
   // colour into the target's setting.
   void drawPicker(Ctx& ctx, store::Settings& settings);
@@ -58,11 +60,11 @@ class SettingsScreen : public Screen {
   void drawPage(Ctx& ctx, store::Settings& s, const Rect& view);
   void scrollPage(Ctx& ctx, const Rect& view);
   // Draws the rows from `y` on; returns where the last one ends.
-  double drawRows(Ctx& ctx, store::Settings& s, const Column& c, double y);
-  double choiceRows(Ctx& ctx, store::Settings& s, const Column& c, double y);
-  double soundRows(Ctx& ctx, store::Settings& s, const Column& c, double y);
-  bool volumeRow(Ctx& ctx, const Column& c, double* y, const char* labelKey, double* value);
-  double buttonRows(Ctx& ctx, const store::Settings& s, const Column& c, double y);
+  double drawRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y);
+  double choiceRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y);
+  double soundRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y);
+  bool volumeRow(Ctx& ctx, const SettingsColumn& c, double* y, const char* labelKey, double* value);
+  double buttonRows(Ctx& ctx, const store::Settings& s, const SettingsColumn& c, double y);
   void languageList(Ctx& ctx, store::Settings& s);
   void resetDialog(Ctx& ctx);
   void persist(const Ctx& ctx);

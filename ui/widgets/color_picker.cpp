@@ -68,8 +68,7 @@ void drawHueBar(cairo_t* cr, const Rect& bar, double hue) {
   cairo_pattern_t* ramp = cairo_pattern_create_linear(bar.x, 0, bar.x + bar.w, 0);
   for (int deg = 0; deg <= 360; deg += 60) {
     const uint32_t c = hslColor(deg, 0.5, 1.0);
-    cairo_pattern_add_color_stop_rgb(ramp, deg / 360.0, (c >> 16) / 255.0, ((c >> 8) & 255) / 255.0,
-                                     (c & 255) / 255.0);
+    cairo_pattern_add_color_stop_rgb(ramp, deg / 360.0, (c >> 16) / 255.0, ((c >> 8) & 255) / 255.0, (c & 255) / 255.0);
   }
   roundedRectPath(cr, bar, 4);
   cairo_set_source(cr, ramp);
@@ -110,8 +109,7 @@ PickerResult colorPicker(Ctx& ctx, const std::string& title, ColorPickerState& s
   modalBox(ctx, p.box);
   drawTextCentered(cr, p.box.x + p.box.w * 0.5, p.box.y + 32, title, labelStyle(18, true, kColorAccent, p.bar.w));
   drawHueBar(cr, p.bar, state.hue);
-  drawText(cr, p.bar.x, p.box.y + 110, i18n::tr("settings.brightness"),
-           labelStyle(13, false, kColorMuted, p.bar.w));
+  drawText(cr, p.bar.x, p.box.y + 110, i18n::tr("settings.brightness"), labelStyle(13, false, kColorMuted, p.bar.w));
   state.lightness = std::clamp(slider(ctx, p.slider, state.lightness), 0.0, 1.0);
   drawBox(cr, p.swatch, 8, BoxLook{pickerColor(state.hue, state.lightness), 1.0, kColorBorder, 1.0});
   const bool cancel = plainButton(ctx, p.cancel, i18n::tr("common.cancel"), false);
