@@ -1,9 +1,11 @@
-// The settings page's rows of choices: the option rows, the on/off rows, the
-// five colour rows and the preview of the colours they make.
+// The settings page's rows, top to bottom: the option rows, the on/off rows,
+// the five colour rows and the preview of the colours they make, the volume
+// sliders and the sound switch, and the language and reset buttons.
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
+#include "audio/audio.h"
 #include "core/catalog.h"
 #include "i18n/i18n.h"
 #include "ui/draw.h"
@@ -55,6 +57,9 @@ constexpr double kControlsBelow = 24;  // from a row's label to its controls
 constexpr double kOptionH = 40, kOptionGap = 8;
 constexpr double kRowGap = 20;
 constexpr double kToggleH = 44;
+constexpr double kSliderH = 24;
+constexpr double kButtonW = 220, kButtonH = 40;
+constexpr double kSampleInterval = 0.15;  // seconds between the effects slider's samples
 constexpr double kSlotStep = 52, kSwatchAt = 50, kSwatchW = 44, kSwatchH = 34, kDefaultW = 90;
 constexpr double kCustomW = 130, kCustomH = 30;
 constexpr double kPreviewMaxW = 360, kPreviewH = 150;
@@ -211,6 +216,65 @@ double SettingsScreen::choiceRows(Ctx& ctx, store::Settings& s, const SettingsCo
     y = colorRow(ctx, c, y, i, i18n::tr(row.labelKey), s.*row.field, row.presets, kPresetCount);
   }
   return preview(ctx, c, y, s);
+}
+
+double SettingsScreen::drawRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
+  y = choiceRows(ctx, s, c, y);
+  y = soundRows(ctx, s, c, y);
+  return buttonRows(ctx, s, c, y);
+}
+
+// A labelled volume slider; true when it moved the value this frame.
+bool SettingsScreen::volumeRow(Ctx& ctx, const SettingsColumn& c, double* y, const char* labelKey, double* value) {
+  rowLabel(ctx, c, *y, i18n::tr(labelKey));
+  sliders_.push_back(Rect{c.x, *y + kControlsBelow, c.w, kSliderH});
+  *y += kControlsBelow + kSliderH + kRowGap;
+  const double now = slider(ctx, sliders_.back(), *value);
+  if (now == *value) return false;
+  *value = now;
+  dirty_ = true;
+  return true;
+}
+
+double SettingsScreen::soundRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
+  sliders_.clear();
+  if (volumeRow(ctx, c, &y, "settings.music", &s.musicVolume)) audio::setMusicVolume(s.musicVolume);
+  // The click is the sample, played while sliding but not every frame.
+  if (volumeRow(ctx, c, &y, "settings.sfx", &s.sfxVolume)) {
+    audio::setSfxVolume(s.sfxVolume);
+    if (lastSample_ < 0 || ctx.time - lastSample_ >= kSampleInterval) {
+      audio::play(audio::Sfx::Click);
+      lastSample_ = ctx.time;
+    }
+  }
+
+  const bool on = toggleRow(ctx, c.place(0, y, c.w, kToggleH), i18n::tr("settings.sound"), s.soundOn);
+  if (on != s.soundOn) {
+    s.soundOn = on;
+    audio::setEnabled(on);
+    if (on) audio::startMusic();
+    dirty_ = true;
+  }
+  return y + kToggleH + kRowGap;
+}
+
+double SettingsScreen::buttonRows(Ctx& ctx, const store::Settings& s, const SettingsColumn& c, double y) {
+  rowLabel(ctx, c, y, i18n::tr("settings.language"));
+  std::string current = i18n::tr("settings.languageSystem");
+  for (const i18n::Language& l : i18n::languages()) {
+    if (!s.language.empty() && l.code == s.language) current = l.nativeName;
+  }
+  if (plainButton(ctx, c.place(0, y + kControlsBelow, kButtonW, kButtonH), current, false)) {
+    modal_ = Modal::Language;
+    languageOffset_ = 0;
+  }
+  y += kControlsBelow + kButtonH + kRowGap;
+
+  // The button says what the row is: a label above it would say it twice.
+  if (plainButton(ctx, c.place(0, y, kButtonW, kButtonH), i18n::tr("settings.resetProgress"), false)) {
+    modal_ = Modal::Reset;
+  }
+  return y + kButtonH;
 }
 
 }  // namespace ui

@@ -25,13 +25,7 @@ namespace {
 constexpr double kMargin = 40;      // on each side of the column in a narrow window
 constexpr double kMaxColumn = 760;  // the column's width in a wide one
 constexpr double kTopPad = 24, kBottomPad = 40;
-constexpr double kControlsBelow = 24;
-constexpr double kRowGap = 20;
-constexpr double kSliderH = 24;
-constexpr double kToggleH = 44;
-constexpr double kButtonW = 220, kButtonH = 40;
 constexpr double kSliderGrabX = 12, kSliderGrabY = 10;  // the slider's own grab margins
-constexpr double kSampleInterval = 0.15;                // seconds between the effects slider's samples
 
 // The language list.
 constexpr double kListMaxW = 420, kItemH = 40, kItemStep = 48;
@@ -113,65 +107,6 @@ void SettingsScreen::scrollPage(Ctx& ctx, const Rect& view) {
   }
   applyScroll(ctx, view, contentH_, &offset_);
   ctx.in.mousePressed = pressed;
-}
-
-double SettingsScreen::drawRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
-  y = choiceRows(ctx, s, c, y);
-  y = soundRows(ctx, s, c, y);
-  return buttonRows(ctx, s, c, y);
-}
-
-// A labelled volume slider; true when it moved the value this frame.
-bool SettingsScreen::volumeRow(Ctx& ctx, const SettingsColumn& c, double* y, const char* labelKey, double* value) {
-  rowLabel(ctx, c, *y, i18n::tr(labelKey));
-  sliders_.push_back(Rect{c.x, *y + kControlsBelow, c.w, kSliderH});
-  *y += kControlsBelow + kSliderH + kRowGap;
-  const double now = slider(ctx, sliders_.back(), *value);
-  if (now == *value) return false;
-  *value = now;
-  dirty_ = true;
-  return true;
-}
-
-double SettingsScreen::soundRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
-  sliders_.clear();
-  if (volumeRow(ctx, c, &y, "settings.music", &s.musicVolume)) audio::setMusicVolume(s.musicVolume);
-  // The click is the sample, played while sliding but not every frame.
-  if (volumeRow(ctx, c, &y, "settings.sfx", &s.sfxVolume)) {
-    audio::setSfxVolume(s.sfxVolume);
-    if (lastSample_ < 0 || ctx.time - lastSample_ >= kSampleInterval) {
-      audio::play(audio::Sfx::Click);
-      lastSample_ = ctx.time;
-    }
-  }
-
-  const bool on = toggleRow(ctx, c.place(0, y, c.w, kToggleH), i18n::tr("settings.sound"), s.soundOn);
-  if (on != s.soundOn) {
-    s.soundOn = on;
-    audio::setEnabled(on);
-    if (on) audio::startMusic();
-    dirty_ = true;
-  }
-  return y + kToggleH + kRowGap;
-}
-
-double SettingsScreen::buttonRows(Ctx& ctx, const store::Settings& s, const SettingsColumn& c, double y) {
-  rowLabel(ctx, c, y, i18n::tr("settings.language"));
-  std::string current = i18n::tr("settings.languageSystem");
-  for (const i18n::Language& l : i18n::languages()) {
-    if (!s.language.empty() && l.code == s.language) current = l.nativeName;
-  }
-  if (plainButton(ctx, c.place(0, y + kControlsBelow, kButtonW, kButtonH), current, false)) {
-    modal_ = Modal::Language;
-    languageOffset_ = 0;
-  }
-  y += kControlsBelow + kButtonH + kRowGap;
-
-  // The button says what the row is: a label above it would say it twice.
-  if (plainButton(ctx, c.place(0, y, kButtonW, kButtonH), i18n::tr("settings.resetProgress"), false)) {
-    modal_ = Modal::Reset;
-  }
-  return y + kButtonH;
 }
 
 void SettingsScreen::drawPicker(Ctx& ctx, store::Settings& settings) {
