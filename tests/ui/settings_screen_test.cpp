@@ -62,9 +62,13 @@ class SettingsPage : public ::testing::Test {
     EXPECT_TRUE(w) << "no " << label;
     return w ? w->rect : ui::Rect{};
   }
+  // A click quicker than a frame: pressed and let go in the same one.
   void press(const std::string& label, int n = 0, double along = 0.5) {
     const ui::Rect r = find(label, n);
-    driver.click(r.x + r.w * along, r.y + r.h * 0.5);
+    ui::Input in;
+    in.mouseX = r.x + r.w * along, in.mouseY = r.y + r.h * 0.5;
+    in.mousePressed = in.mouseReleased = true;
+    driver.frame(in);
   }
   // An amber edge: a swatch ringed as chosen, or a button drawn primary.
   bool amberEdge(const std::string& label) {

@@ -9,6 +9,7 @@
 #include "i18n/i18n.h"
 #include "store/store.h"
 #include "ui/draw.h"
+#include "ui/gpu.h"
 #include "ui/screens/screens.h"
 #include "ui/text.h"
 #include "ui/widgets/buttons.h"
@@ -46,6 +47,9 @@ std::unique_ptr<Screen> makeSettingsScreen() { return std::make_unique<SettingsS
 
 void SettingsScreen::update(Ctx& ctx) {
   store::Settings& s = store::settings();
+  // The page keeps the theme's ground whatever background is chosen, so a
+  // very light one cannot make the page unreadable; the preview shows it.
+  gpuFillRect(0, 0, ctx.width, ctx.height, kColorBackground, 1.0);
   {
     InputShield beneath(ctx, modal_ != Modal::None);
     bool back = false;

@@ -55,11 +55,13 @@ PickerRects pickerRects(const Ctx& ctx) {
 
 void followHueBar(Ctx& ctx, const Rect& bar, ColorPickerState& state) {
   traceWidget("hue", bar);
+  // A quick click can press and let go within one frame: it still counts.
   if (ctx.in.mousePressed && ctx.hover(bar)) state.draggingHue = true;
+  if (state.draggingHue) {
+    state.hue = hueAt(bar, ctx.in.mouseX);
+    ctx.clickTaken = true;
+  }
   if (!ctx.in.mouseDown) state.draggingHue = false;
-  if (!state.draggingHue) return;
-  state.hue = hueAt(bar, ctx.in.mouseX);
-  ctx.clickTaken = true;
 }
 
 // The fully saturated hues change linearly between multiples of 60 degrees,

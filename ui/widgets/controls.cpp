@@ -26,7 +26,8 @@ constexpr double kSwitchW = 52, kSwitchH = 28, kSwitchKnob = 11;
 double slider(Ctx& ctx, const Rect& r, double value) {
   traceWidget("slider", r);
   const Rect grab{r.x - kGrabMarginX, r.y - kGrabMarginY, r.w + 2 * kGrabMarginX, r.h + 2 * kGrabMarginY};
-  if (ctx.in.mouseDown && r.w > 0 && ctx.hover(grab)) {
+  // A press counts even when the button is let go again within the frame.
+  if ((ctx.in.mouseDown || ctx.in.mousePressed) && r.w > 0 && ctx.hover(grab)) {
     ctx.clickTaken = true;
     value = std::clamp((ctx.in.mouseX - r.x) / r.w, 0.0, 1.0);
   }
