@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <set>
 #include <thread>
 
 #include "js/json.h"
@@ -285,3 +286,54 @@ TEST_F(GameBinary, CommandLinesThatEndBeforeAWindow) {
 }
 
 }  // namespace
+
+// The settings page at 1280 x 800 as a player uses it: the tray and quarter
+// turns are chosen, and the next puzzle is dealt into the tray with pieces
+// turned by quarters; the language goes to Hebrew (the last of the list,
+// scrolled to) and back to the system entry at its head, the page mirrored
+// in between. A last start reads the choices and writes them back unchanged.
+TEST_F(GameBinary, SettingsChosenOnThePageShapeTheNextPuzzleAndOutliveARestart) {
+  const Env settingsFirst = {{"TESSELLATRIX_SCREEN", "settings"}};
+  const std::vector<std::string> size = {"--size", "1280x800"};
+  auto game = startDrawing(size, settingsFirst);
+  ASSERT_TRUE(xdotool("windowfocus --sync %1"));
+  // The page column runs from x 260 to 1020: "Tray grid" and "4 directions".
+  ASSERT_TRUE(xdotool("mousemove --window %1 640 212 click 1 sleep 0.3 mousemove --window %1 896 380 click 1 "
+                      "sleep 0.3 key ctrl+q"));
+  EXPECT_EQ(game->wait(10).code, 0);
+  const js::Value chosen = stored("settings.dat");
+  EXPECT_EQ(chosen["boardLayout"].string + " " + chosen["rotationMode"].string, "tray 90");
+
+  game = startDrawing(size, {{"TESSELLATRIX_SCREEN", "playing"}});
+  ASSERT_TRUE(xdotool("windowfocus --sync %1 sleep 0.5 key ctrl+q"));
+  EXPECT_EQ(game->wait(10).code, 0);
+  const js::Value saves = stored("saves.dat");
+  const js::Value& pieces = saves["current_puzzle"]["pieces"];
+  // Dealt into the tray grid's columns, not scattered; some turned a quarter.
+  std::set<int> across;
+  int quarter = 0;
+  for (size_t i = 0; i < pieces.size(); ++i) {
+    across.insert(pieces[i]["x"].asInt(0));
+    quarter += pieces[i]["rotation"].asInt(0) % 180 == 90;
+  }
+  EXPECT_TRUE(pieces.size() == 42u && across.size() < 14 && quarter > 0) << across.size() << " columns, " << quarter;
+
+  // At the foot of the page the language button is at the left, and in
+  // Hebrew at the right; the list's last entry is Hebrew, its first the system.
+  game = startDrawing(size, settingsFirst);
+  ASSERT_TRUE(xdotool("windowfocus --sync %1 mousemove --window %1 640 400 click --repeat 15 5 sleep 0.3 "
+                      "mousemove --window %1 370 680 click 1 sleep 0.3 "
+                      "mousemove --window %1 633 400 click --repeat 10 5 sleep 0.3 "
+                      "mousemove --window %1 633 672 click 1 sleep 0.5"));
+  EXPECT_TRUE(waitFor([&] { return stored("settings.dat")["language"].string == "he"; }));
+  ASSERT_TRUE(xdotool("mousemove --window %1 910 680 click 1 sleep 0.3 mousemove --window %1 633 116 click 1 "
+                      "sleep 0.3 key ctrl+q"));
+  EXPECT_EQ(game->wait(10).code, 0);
+
+  game = startDrawing(size, settingsFirst);
+  ASSERT_TRUE(xdotool("key ctrl+q"));
+  EXPECT_EQ(game->wait(10).code, 0);
+  const js::Value kept = stored("settings.dat");
+  EXPECT_EQ(kept["boardLayout"].string + " " + kept["rotationMode"].string + " [" + kept["language"].string + "]",
+            "tray 90 []");
+}

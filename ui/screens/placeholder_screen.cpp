@@ -38,6 +38,5 @@ std::unique_ptr<Screen> placeholder(const char* kind) { return std::make_unique<
 }  // namespace
 
 std::unique_ptr<Screen> makeLevelSelectScreen() { return placeholder("LevelSelect"); }
-std::unique_ptr<Screen> makeSettingsScreen() { return placeholder("Settings"); }
 
 }  // namespace ui

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "i18n/i18n.h"
 #include "ui/draw.h"
 #include "ui/widgets/look.h"
 #include "ui/widgets/theme.h"
@@ -25,7 +26,8 @@ constexpr double kSwitchW = 52, kSwitchH = 28, kSwitchKnob = 11;
 double slider(Ctx& ctx, const Rect& r, double value) {
   traceWidget("slider", r);
   const Rect grab{r.x - kGrabMarginX, r.y - kGrabMarginY, r.w + 2 * kGrabMarginX, r.h + 2 * kGrabMarginY};
-  if (ctx.in.mouseDown && r.w > 0 && ctx.hover(grab)) {
+  // A press counts even when the button is let go again within the frame.
+  if ((ctx.in.mouseDown || ctx.in.mousePressed) && r.w > 0 && ctx.hover(grab)) {
     ctx.clickTaken = true;
     value = std::clamp((ctx.in.mouseX - r.x) / r.w, 0.0, 1.0);
   }
@@ -41,11 +43,17 @@ double slider(Ctx& ctx, const Rect& r, double value) {
   return value;
 }
 
+// Mirrored in a right-to-left language: the label at the right, the switch
+// at the left.
 bool toggleRow(Ctx& ctx, const Rect& r, const std::string& label, bool on) {
   if (pressWidget(ctx, r, label)) on = !on;
 
-  drawText(ctx.cr, r.x, r.y + r.h * 0.5 - 10, label, labelStyle(15, false, kColorText, r.w - 110));
-  const Rect sw{r.x + r.w - 58, r.y + r.h * 0.5 - kSwitchH * 0.5, kSwitchW, kSwitchH};
+  const bool rtl = i18n::currentIsRtl();
+  TextStyle style = labelStyle(15, false, kColorText, r.w - 110);
+  style.align = rtl ? kAlignRight : kAlignLeft;
+  drawText(ctx.cr, rtl ? r.x + r.w : r.x, r.y + r.h * 0.5 - 10, label, style);
+  const double switchX = rtl ? r.x + 58 - kSwitchW : r.x + r.w - 58;
+  const Rect sw{switchX, r.y + r.h * 0.5 - kSwitchH * 0.5, kSwitchW, kSwitchH};
   fillRoundedRect(ctx.cr, sw, kSwitchH * 0.5, on ? kColorAccent : kColorBorder, 1.0);
   const double knobX = on ? sw.x + kSwitchW - 14 : sw.x + 14;
   fillCircle(ctx.cr, knobX, sw.y + kSwitchH * 0.5, kSwitchKnob, kColorBackground, 1.0);

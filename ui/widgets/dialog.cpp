@@ -94,14 +94,18 @@ void drawDialogButton(Ctx& ctx, const Rect& r, const std::string& label, const B
 
 }  // namespace
 
+void modalBox(Ctx& ctx, const Rect& box) {
+  fillRect(ctx.cr, Rect{0, 0, ctx.width, ctx.height}, 0x000000, 0.7);
+  drawBox(ctx.cr, box, 18, BoxLook{kColorPanel, 1.0, kColorBorder, 1.0});
+}
+
 int confirmDialog(Ctx& ctx, const std::string& title, const std::string& message, const std::string& confirmLabel,
                   const std::string& cancelLabel) {
   const DialogRects d = dialogRects(ctx, title, message);
   const int result = decide(ctx, d, confirmLabel, cancelLabel);
 
   cairo_t* cr = ctx.cr;
-  fillRect(cr, Rect{0, 0, ctx.width, ctx.height}, 0x000000, 0.7);
-  drawBox(cr, d.box, 18, BoxLook{kColorPanel, 1.0, kColorBorder, 1.0});
+  modalBox(ctx, d.box);
   const double cx = d.box.x + d.box.w * 0.5;
   const double textW = d.box.w - 2 * kTextInset;
   drawTextWrapped(cr, cx, d.titleY, title, titleStyle(), textW, kTitleLines);

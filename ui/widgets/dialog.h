@@ -7,6 +7,9 @@
 
 namespace ui {
 
+// The ground of every modal layer: the window dimmed, and the box drawn on it.
+void modalBox(Ctx& ctx, const Rect& box);
+
 // 1 confirmed, -1 cancelled (cancel button, a click outside the box, or
 // Escape), 0 undecided. It always consumes the frame's click, so nothing
 // under it reacts to the same click.
