@@ -156,7 +156,7 @@ TEST_F(GameBinary, APlayerComesInThroughTheSplashLooksAroundAndQuitsFromTheMenu)
     return xdotool("mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) + " click 1");
   };
   const auto is = [](int want) { return [want](int seen) { return seen == want; }; };
-  ASSERT_TRUE(click(500, 610));  // where the menu's Quit will be
+  ASSERT_TRUE(click(30, 400));  // beside the menu's buttons, in case the splash has timed out
   const int first = lookUntil(350, [](int seen) { return seen > 0; });
   ASSERT_GT(first, 0) << "the menu, still running";
   ASSERT_TRUE(click(500, first + 4 * 64));  // About, fifth in the column
@@ -175,6 +175,38 @@ TEST_F(GameBinary, APlayerComesInThroughTheSplashLooksAroundAndQuitsFromTheMenu)
   ASSERT_TRUE(click(500, first + 5 * 64));
   const ExitStatus st = game->wait(10);
   EXPECT_TRUE(st.exited && st.code == 0) << st.code << " " << st.signal;
+}
+
+// A puzzle solved by demo shows the finished picture; Continue leads to the
+// menu, whose gallery holds the solve as a card that opens it again, and a
+// double click on the picture zooms in.
+TEST_F(GameBinary, ASolveIsShownThenKeptInTheGalleryAndOpensAgain) {
+  auto game = startDrawing({"--size", "1000x700"}, {{"TESSELLATRIX_SCREEN", "playing"}, {"TESSELLATRIX_DEMO", "100"}});
+  ASSERT_TRUE(xdotool("windowfocus --sync %1 sleep 0.3"));
+  const auto click = [&](int x, int y, const char* how = "click 1") {
+    return xdotool("mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) + " " + how + " sleep 0.3");
+  };
+  const auto solved = [](int seen) { return std::abs(seen - (700 - 84 + 16 + 26)) <= 2; };  // its one button
+  const int kContinue = lookUntil(400, solved);
+  ASSERT_TRUE(solved(kContinue)) << "the solved screen";
+  ASSERT_TRUE(waitFor([&] { return stored("saves.dat")["solves_list"].size() == 1; }));
+  ASSERT_TRUE(click(500, kContinue));
+  const int first = lookUntil(400, [&](int seen) { return seen > 0 && seen != kContinue; });
+  ASSERT_GT(first, 0) << "the menu";
+  ASSERT_TRUE(click(500, first + 2 * 64));  // Gallery, third in the column
+  ASSERT_EQ(lookUntil(400, [](int seen) { return seen == -1; }), -1) << "the gallery";
+  ASSERT_TRUE(click(200, 200));  // the one card
+  ASSERT_EQ(lookUntil(400, solved), kContinue) << "the solve again";
+  const std::vector<uint32_t> fitted = testsupport::windowColumn(x.display(), "Quillmoss", 150);
+  ASSERT_TRUE(click(300, 300, "click --repeat 2 --delay 80 1"));
+  EXPECT_TRUE(waitFor([&] {
+    const std::vector<uint32_t> now = testsupport::windowColumn(x.display(), "Quillmoss", 150);
+    int changed = 0;
+    for (size_t y = 0; y < now.size() && y < fitted.size(); ++y) changed += now[y] != fitted[y];
+    return changed > 200;
+  })) << "zoomed in";
+  ASSERT_TRUE(xdotool("key ctrl+q"));
+  EXPECT_TRUE(game->wait(10).exited);
 }
 
 // Three runs, each ended by another termination signal: the first asks for
