@@ -23,6 +23,7 @@ class Menu : public ::testing::Test {
   static void SetUpTestSuite() { testsupport::useShippedAssets(); }
   void SetUp() override { i18n::setLanguage("en"), ui::setWidgetTracing(true); }
   void open(ScreenKind kind, int w = 1000, int h = 700) {
+    driver.reset();  // the old renderer goes before the new one comes
     driver = std::make_unique<FrameDriver>(w, h);
     ui::Game::instance().resetTo(ui::GameState{kind, "", 0, 0, 0});
     ui::widgetTrace().clear();
@@ -115,6 +116,10 @@ TEST_F(Menu, TheSplashGivesWayToAClickAKeyOrThreeSeconds) {
     open(ScreenKind::Splash);
     driver->idle(2.9);
     EXPECT_EQ(top().screen, ScreenKind::Splash);
+    EXPECT_FALSE(ui::backgroundPieces().empty());
+    for (const ui::BgPiece& p : ui::backgroundPieces()) {
+      EXPECT_TRUE(ui::gpuCached(p.key)) << "the menu's pieces are painted while the splash shows";
+    }
     leave(*driver);
     EXPECT_EQ(top().screen, ScreenKind::Menu);
     EXPECT_EQ(ui::Game::instance().stack().size(), 1u) << "the menu replaces the splash";

@@ -171,7 +171,6 @@ void build(State& s, double width, double height, const std::vector<core::Level>
     p.edges = core::PieceEdges{edgeSign(s), edgeSign(s), edgeSign(s), edgeSign(s)};
     p.angle = unit(s) * 360;
     p.key = textureKey(s.sources[p.image].level, p);
-    pieceTexture(s, p);
     spawnFromEdge(s, p, width, height);
   }
 }
@@ -217,6 +216,19 @@ void step(State& s, double dt, double width, double height) {
   }
 }
 
+void releasePictures(State& s) {
+  for (Source& src : s.sources) {
+    src.picture.reset();
+    src.tried = false;
+  }
+}
+
+void ensureSet(State& s, const Ctx& ctx, const std::vector<core::Level>& catalogue) {
+  if (!s.built || std::fabs(ctx.width - s.width) >= 1 || std::fabs(ctx.height - s.height) >= 1) {
+    build(s, ctx.width, ctx.height, catalogue);
+  }
+}
+
 }  // namespace
 
 int backgroundPieceCount(double w, double h) {
@@ -226,21 +238,29 @@ int backgroundPieceCount(double w, double h) {
   return static_cast<int>(n < ceiling ? std::max(n, 18L) : n);
 }
 
+void backgroundPiecesPrepare(const Ctx& ctx, double budgetSeconds, const std::vector<core::Level>& catalogue) {
+  State& s = state();
+  ensureSet(s, ctx, catalogue);
+  const auto start = std::chrono::steady_clock::now();
+  const std::chrono::duration<double> budget(budgetSeconds);
+  for (const BgPiece& p : s.pieces) {
+    if (gpuCachedTexture(p.key, texturePixels(), texturePixels())) continue;
+    if (std::chrono::steady_clock::now() - start > budget) return;  // the photographs stay for the next frame
+    pieceTexture(s, p);
+  }
+  releasePictures(s);
+}
+
 void backgroundPiecesUpdate(Ctx& ctx, const std::vector<core::Level>& catalogue) {
   State& s = state();
-  if (!s.built || std::fabs(ctx.width - s.width) >= 1 || std::fabs(ctx.height - s.height) >= 1) {
-    build(s, ctx.width, ctx.height, catalogue);
-  }
+  ensureSet(s, ctx, catalogue);
   step(s, std::min(ctx.dt, 0.1), ctx.width, ctx.height);
   for (const BgPiece& p : s.pieces) {
     if (SDL_Texture* tex = pieceTexture(s, p)) {
       gpuBlitRotated(tex, p.x + kHalf, p.y + kHalf, kBgPieceSize, kBgPieceSize, p.angle, kAlpha);
     }
   }
-  for (Source& src : s.sources) {
-    src.picture.reset();
-    src.tried = false;
-  }
+  releasePictures(s);
 }
 
 void backgroundPiecesReset() {

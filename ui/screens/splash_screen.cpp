@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/app_info.h"
+#include "ui/screens/background_pieces.h"
 #include "ui/screens/screens.h"
 #include "ui/widgets/chrome.h"
 #include "ui/widgets/theme.h"
@@ -12,6 +13,7 @@ namespace ui {
 namespace {
 
 constexpr double kSplashSeconds = 3;
+constexpr double kPrepareBudget = 0.006;  // seconds a splash frame lends the menu's background
 
 class SplashScreen : public Screen {
  public:
@@ -23,6 +25,9 @@ class SplashScreen : public Screen {
     wavyTitle(ctx, w / 2, h / 2 - 20, platform::kAppTitle, fs);
     tagline(ctx, h / 2 + 0.9 * fs);
     footer(ctx, h);
+    // The first frame is shown as soon as it can be; the later ones cut and
+    // paint the menu's pieces a few at a time.
+    if (ctx.time > start_) backgroundPiecesPrepare(ctx, kPrepareBudget);
 
     if (ctx.in.mouseReleased || !ctx.in.keys.empty() || ctx.time - start_ > kSplashSeconds) {
       GameState menu;
