@@ -1,5 +1,6 @@
-// The once-a-second statistics line (TESSELLATRIX_STATS): frames in the last
-// window and the mean CPU and GPU milliseconds per frame.
+// The once-a-second statistics line (TESSELLATRIX_STATS): frames drawn in the
+// last window and the mean CPU and GPU milliseconds per frame. A screen at
+// rest draws nothing, and its line says so.
 #pragma once
 
 #include <string>
@@ -9,9 +10,13 @@ namespace app {
 class FrameStats {
  public:
   explicit FrameStats(double now) : windowStart_(now) {}
-  // Counts one frame. Once at least a second has passed since the window
-  // began, returns the "[stats]" line and starts a new window; else "".
-  std::string record(double cpuSeconds, double gpuSeconds, double now, int drawCalls, int pixelW, int pixelH);
+  void count(double cpuSeconds, double gpuSeconds);
+  // When the next line is due.
+  double due() const { return windowStart_ + 1.0; }
+  // Once at least a second has passed since the window began, returns the
+  // "[stats]" line and starts a new window; else "". The draw calls and
+  // size are the last frame's.
+  std::string report(double now, int drawCalls, int pixelW, int pixelH);
 
  private:
   int frames_ = 0;

@@ -1,6 +1,9 @@
-// One thread, no timers: the renderer's vsync paces the loop. Each pass
-// gathers the input, draws one frame (ui/frame.h: the GPU draws straight to
-// the renderer, the cairo overlay composited on top) and presents it.
+// One thread. Each pass of the loop sleeps until a frame is wanted
+// (app/pacing.h: an event, a screen's request, the display's pace), gathers
+// the input, draws one frame (ui/frame.h: the GPU draws straight to the
+// renderer, the cairo overlay composited on top) and presents it; then it
+// does what falls due whether or not a frame was drawn (a settings save, the
+// statistics line, a termination signal).
 #include "app/shell.h"
 
 #include <SDL.h>
@@ -14,6 +17,7 @@
 #include "app/cmdline.h"
 #include "app/events.h"
 #include "app/frame_stats.h"
+#include "app/pacing.h"
 #include "app/window_geometry.h"
 #include "audio/audio.h"
 #include "i18n/i18n.h"
@@ -50,6 +54,10 @@ double nowSeconds() {
 }
 
 constexpr double kGeometrySaveInterval = 2.0;
+// A signal cannot end SDL's event wait, so the wait is cut into slices this
+// long to look for one.
+constexpr double kSignalCheck = 0.25;
+constexpr double kNever = ui::Ctx::kNoFrame;
 
 struct Shell {
   store::Settings& settings = store::settings();
@@ -59,12 +67,15 @@ struct Shell {
   ui::FrameLayer layer;
   ui::Ctx ctx;
   LoopState loop;
+  Frames frames = Frames::OnDemand;
+  Pace pace;
   double prevFrameStart = 0;
   int prevMouseX = 0, prevMouseY = 0;
   bool appliedFullscreen = false;
   double lastGeometrySave = 0;
   bool statsOn = false;
   FrameStats stats{0};
+  int lastDrawCalls = 0, lastOutW = 0, lastOutH = 0;  // for the statistics line
 };
 
 bool printInfoRequest(int argc, char** argv) {
@@ -174,15 +185,51 @@ void gatherInput(Shell& sh) {
   in.windowActive = (flags & SDL_WINDOW_INPUT_FOCUS) && !(flags & SDL_WINDOW_MINIMIZED);
 }
 
+bool windowHidden(const Shell& sh, int outW, int outH) {
+  return (SDL_GetWindowFlags(sh.window) & (SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) || outW <= 0 || outH <= 0;
+}
+
+// When something other than a frame falls due: a held-back settings save,
+// the statistics line.
+double choresDue(const Shell& sh) {
+  const double save = sh.loop.geometryChanged ? sh.lastGeometrySave + kGeometrySaveInterval + 0.001 : kNever;
+  return std::min(save, sh.statsOn ? sh.stats.due() : kNever);
+}
+
+// Sleeps until a frame is wanted: true to draw it, false when the loop woke
+// for something else (a chore, a signal).
+bool waitForFrame(Shell& sh) {
+  for (;;) {
+    if (g_terminate) return false;
+    if (sh.frames == Frames::EveryPass) return true;
+    int outW = 0, outH = 0;
+    SDL_GetRendererOutputSize(sh.renderer, &outW, &outH);
+    sh.pace.hidden = windowHidden(sh, outW, outH);
+    sh.pace.interval = displayInterval(sh.window);
+    const double frameAt = nextFrameTime(sh.pace);
+    const double now = nowSeconds();
+    if (now >= frameAt) return true;
+    const double until = std::min({frameAt, choresDue(sh), now + kSignalCheck});
+    switch (waitForEvent(until - now)) {
+      case Wake::Event: return true;
+      case Wake::Motion: sh.pace.motion = true; break;
+      case Wake::Timeout:
+        if (until < frameAt) return false;
+        break;
+    }
+  }
+}
+
 // One displayed frame; nothing is drawn while the window has no area
 // (minimised), but the pointer is followed so no jump is seen on return.
-void runFrame(Shell& sh) {
+// False when nothing was drawn.
+bool runFrame(Shell& sh) {
   int outW = 0, outH = 0;
   SDL_GetRendererOutputSize(sh.renderer, &outW, &outH);
   if (outW <= 0 || outH <= 0) {
     sh.prevMouseX = static_cast<int>(sh.ctx.in.mouseX);
     sh.prevMouseY = static_cast<int>(sh.ctx.in.mouseY);
-    return;
+    return false;
   }
   int winW = 0, winH = 0;
   SDL_GetWindowSize(sh.window, &winW, &winH);
@@ -191,27 +238,44 @@ void runFrame(Shell& sh) {
   ui::Ctx& ctx = sh.ctx;
   const double time = nowSeconds();
   ctx.time = time;
-  ctx.dt = std::min(time - sh.prevFrameStart, 0.1);
+  // After a rest nothing was moving: the time slept is no animation's step.
+  ctx.dt = std::min(time - sh.prevFrameStart, sh.pace.animating ? 0.1 : sh.pace.interval);
   ui::drawFrame(sh.renderer, sh.layer, ctx, outW, outH, scale);
   const double cpuEnd = nowSeconds();
   SDL_RenderPresent(sh.renderer);
-  const double gpuEnd = nowSeconds();
-  if (sh.statsOn) {
-    const std::string line =
-        sh.stats.record(cpuEnd - time, gpuEnd - cpuEnd, gpuEnd, ui::gpuDrawCalls(), outW, outH);
-    if (!line.empty()) std::fputs(line.c_str(), stderr);
-  }
-
-  // The first change is saved at once, later ones at most every two seconds.
-  if (sh.loop.geometryChanged && time - sh.lastGeometrySave > kGeometrySaveInterval) {
-    store::saveSettings();
-    sh.loop.geometryChanged = false;
-    sh.lastGeometrySave = time;
-  }
-  if (ctx.quit || g_terminate) sh.loop.running = false;
+  if (sh.statsOn) sh.stats.count(cpuEnd - time, nowSeconds() - cpuEnd);
+  sh.lastDrawCalls = ui::gpuDrawCalls();
+  sh.lastOutW = outW;
+  sh.lastOutH = outH;
   sh.prevFrameStart = time;
   sh.prevMouseX = static_cast<int>(ctx.in.mouseX);
   sh.prevMouseY = static_cast<int>(ctx.in.mouseY);
+  return true;
+}
+
+// What the frame asked of the next one. A pass that drew nothing leaves no
+// request behind, so a window without area waits for its next event.
+void notePace(Shell& sh, bool drawn) {
+  Pace& pace = sh.pace;
+  pace.motion = false;
+  pace.lastFrame = drawn ? sh.prevFrameStart : nowSeconds();
+  pace.animating = drawn && (sh.ctx.animating || sh.frames == Frames::EveryPass);
+  pace.frameAt = drawn ? sh.ctx.nextFrameAt : kNever;
+}
+
+void doChores(Shell& sh) {
+  const double now = nowSeconds();
+  if (sh.statsOn) {
+    const std::string line = sh.stats.report(now, sh.lastDrawCalls, sh.lastOutW, sh.lastOutH);
+    if (!line.empty()) std::fputs(line.c_str(), stderr);
+  }
+  // The first change is saved at once, later ones at most every two seconds.
+  if (sh.loop.geometryChanged && now - sh.lastGeometrySave > kGeometrySaveInterval) {
+    store::saveSettings();
+    sh.loop.geometryChanged = false;
+    sh.lastGeometrySave = now;
+  }
+  if (sh.ctx.quit || g_terminate) sh.loop.running = false;
 }
 
 void shutdown(Shell& sh) {
@@ -228,7 +292,7 @@ void shutdown(Shell& sh) {
 
 }  // namespace
 
-int run(int argc, char** argv) {
+int run(int argc, char** argv, Frames frames) {
   if (printInfoRequest(argc, argv)) return 0;
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   std::signal(SIGTERM, onTerminationSignal);
@@ -243,6 +307,7 @@ int run(int argc, char** argv) {
   }
   store::init();
   Shell sh;  // its settings are the store's record
+  sh.frames = frames;
   sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);
   i18n::setLanguage(sh.settings.language);
   applyStartScreen(sh.settings);
@@ -265,14 +330,18 @@ int run(int argc, char** argv) {
   if (sh.settings.soundOn) audio::startMusic();
 
   sh.prevFrameStart = nowSeconds();
+  sh.pace.lastFrame = sh.prevFrameStart - 1;  // the first frame at once
   sh.appliedFullscreen = sh.settings.fullscreen;
   sh.statsOn = std::getenv("TESSELLATRIX_STATS") != nullptr;
   sh.stats = FrameStats(nowSeconds());
   SDL_GetMouseState(&sh.prevMouseX, &sh.prevMouseY);
 
   while (sh.loop.running) {
-    gatherInput(sh);
-    runFrame(sh);
+    if (waitForFrame(sh)) {
+      gatherInput(sh);
+      notePace(sh, runFrame(sh));
+    }
+    doChores(sh);
   }
   shutdown(sh);
   return 0;

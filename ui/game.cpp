@@ -59,11 +59,15 @@ void Game::ensureScreen() {
 }
 
 void Game::update(Ctx& ctx) {
+  ctx.animating = false;
+  ctx.nextFrameAt = Ctx::kNoFrame;
   const uint32_t built = builtGeneration_;
   ensureScreen();
   // A list drag or fling belongs to the screen it started on.
   if (builtGeneration_ != built) ctx.drag = DragState{};
   if (current_) current_->update(ctx);
+  // The screen asked to go elsewhere: the next one is built in the next frame.
+  if (builtGeneration_ != generation_) ctx.requestFrameAt(ctx.time);
 }
 
 std::unique_ptr<Screen> makeScreen(const GameState& s) {

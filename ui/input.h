@@ -25,11 +25,28 @@
 //     drawScreen(ctx);
 //   }
 //   if (dialogOpen) answer = confirmDialog(ctx, ...);
+//
+// Frames on request. The game draws only when the picture changes: any
+// event (a key, a button, pointer motion, the window resized, exposed or
+// (un)focused) draws a frame by itself; whatever changes without one asks
+// for its next frame, anew in every frame it is drawn (requests are
+// cleared before each frame), and with nothing asked the game sleeps:
+//
+//   ctx.requestFrame()      something moves (a drag, a glide, a fade, a
+//                           drifting background): the next frame at the
+//                           display's pace; not while the window is hidden
+//   ctx.requestFrameAt(t)   the picture changes at time t (ctx.time's clock):
+//                           a clock's next second, a screen's timeout, a
+//                           save falling due; kept while hidden too
+//
+// The earliest time wins. A widget that animates asks for itself, so a
+// screen built from widgets asks only for what it animates of its own.
 #pragma once
 
 #include <cairo.h>
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace ui {
@@ -70,6 +87,8 @@ struct DragState {
 };
 
 struct Ctx {
+  static constexpr double kNoFrame = std::numeric_limits<double>::infinity();
+
   cairo_t* cr = nullptr;  // scaled to logical units; draws the overlay layer
   double width = 0, height = 0;
   double time = 0;  // seconds since start
@@ -78,10 +97,16 @@ struct Ctx {
   bool quit = false;  // set by a screen to end the program; never cleared
   bool clickTaken = false;
   DragState drag;  // kept across frames
+  bool animating = false;          // requestFrame() was called this frame
+  double nextFrameAt = kNoFrame;   // the earliest requestFrameAt() of this frame
 
   bool hover(const Rect& r) const { return r.contains(in.mouseX, in.mouseY); }
   bool takeClick(const Rect& r);
   bool takeRightClick(const Rect& r) const { return in.rightPressed && hover(r); }
+  void requestFrame() { animating = true; }
+  void requestFrameAt(double t) {
+    if (t < nextFrameAt) nextFrameAt = t;
+  }
 };
 
 class InputShield {

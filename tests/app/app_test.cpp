@@ -1,4 +1,5 @@
-// The shell's own rules: the command line, where the window opens, what each event does.
+// The shell's own rules: the command line, where the window opens, what each
+// event does, when frames are drawn and how the loop sleeps.
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -6,6 +7,7 @@
 
 #include "app/cmdline.h"
 #include "app/events.h"
+#include "app/pacing.h"
 #include "app/window_geometry.h"
 
 namespace {
@@ -82,6 +84,36 @@ TEST(Events, EachEventGoesWhereItBelongs) {
     EXPECT_EQ(std::make_tuple(in.keys.size(), in.ctrl, loop.running, s.fullscreen, s.windowW, s.maximized),
               std::make_tuple(c.keys, c.keys > 0 && c.mod != 0, c.running, c.full, c.w, c.max));
   }
+}
+
+// The last frame began at 10 s on a 50 Hz display; the frame asked for
+// {the next at once, one at a time}, {hidden, pointer moved} -> next frame.
+TEST(Pacing, FramesComeWhenWantedButNeverFasterThanTheDisplayNorWhileHidden) {
+  const std::tuple<bool, double, bool, bool, double> kCases[] = {
+      {false, INFINITY, false, false, INFINITY}, {true, INFINITY, false, false, 10.02},
+      {false, 12.5, false, false, 12.5},         {false, 10.001, false, false, 10.02},
+      {false, INFINITY, false, true, 10.02},     {true, INFINITY, true, false, INFINITY},
+      {true, 12.5, true, false, 12.5}};
+  for (const auto& [now, at, hidden, moved, next] : kCases) {
+    EXPECT_DOUBLE_EQ(app::nextFrameTime(app::Pace{10, 0.02, now, at, hidden, moved}), next) << now << at << hidden;
+  }
+}
+
+// A wait of an hour ends when input arrives (or the test times out); the
+// input stays queued for the frame, only pointer motion (polled) is taken.
+TEST(Pacing, AWaitEndsWhenInputArrives) {
+  ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO | SDL_INIT_TIMER), 0);
+  static Uint32 s_type;
+  for (const auto& [type, wake, left] : {std::tuple{SDL_KEYDOWN, app::Wake::Event, 1},
+                                         std::tuple{SDL_MOUSEMOTION, app::Wake::Motion, 0}}) {
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    s_type = type;
+    SDL_AddTimer(30, [](Uint32, void*) -> Uint32 { SDL_Event e{s_type}; return SDL_PushEvent(&e) * 0; }, nullptr);
+    EXPECT_EQ(app::waitForEvent(3600), wake) << type;
+    EXPECT_EQ(SDL_PeepEvents(nullptr, 0, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT), left) << type;
+  }
+  EXPECT_EQ(app::waitForEvent(0.01), app::Wake::Timeout);
+  SDL_Quit();
 }
 
 }  // namespace

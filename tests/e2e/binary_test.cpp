@@ -45,15 +45,14 @@ class GameBinary : public ::testing::Test {
     return std::make_unique<Process>(argv, env, dir);
   }
 
-  // Started, and drawing frames (the statistics line comes after frames).
+  // Started, and past its first frames: the statistics line comes once a
+  // second, whether or not a screen at rest drew anything since.
   std::unique_ptr<Process> startDrawing(const std::vector<std::string>& args = {}, const Env& extra = {}) {
     Env env = extra;
     env["TESSELLATRIX_STATS"] = "";
     auto p = start(args, env);
     EXPECT_TRUE(p->waitForOutput("[video] Treiber x11, Renderer ", 30)) << p->err();
-    for (int i = 0; i < 300 && p->err().find("[stats] ") == std::string::npos; ++i) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    }
+    EXPECT_TRUE(waitFor([&] { return p->err().find("[stats] ") != std::string::npos; })) << p->err();
     return p;
   }
 

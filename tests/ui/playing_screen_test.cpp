@@ -340,3 +340,35 @@ TEST_F(Playing, DemoPlacesThatShareOfPiecesOnTheFirstFrame) {
 }
 
 }  // namespace
+
+// Between events the screen asks for frames only for what changes by itself:
+// the clock's next second, a piece in hand or gliding home, a save falling
+// due, the next screen after leaving or 2.5 s after the last piece.
+TEST_F(Playing, AsksForTheNextFrameOnlyForWhatChangesByItself) {
+  store::clearPuzzle();
+  start(BoardLayout::Scatter);
+  const auto expect = [&](const char* what, bool animating, double atLeast, double atMost) {
+    const double in = driver->ctx().nextFrameAt - driver->ctx().time;
+    EXPECT_TRUE(driver->ctx().animating == animating && in >= atLeast && in <= atMost) << what << " " << in;
+  };
+  expect("at rest, the clock running", false, 0.001, 1.001);
+  Point at{};
+  const core::Piece* piece = nextGrab(&at);
+  const Point home = dropPointFor(*piece, at);
+  driver->frame(pointer(at, true, true));
+  expect("a piece in hand", true, 0, 1.001);
+  driver->frame(pointer({home.x + 8, home.y + 8}, false, false));
+  expect("snapped, gliding home", true, 0, 1.001);
+  driver->key(SDLK_p);
+  expect("paused just after a move: the save", true, 0.01, 0.401);
+  driver->idle(0.5);
+  expect("paused, saved", false, INFINITY, INFINITY);
+  driver->key(SDLK_ESCAPE);
+  expect("left: the next screen at once", false, -1, 0);
+  driver->idle(FrameDriver::kStep);
+  expect("the menu at rest", false, INFINITY, INFINITY);
+  testsupport::ScopedEnv demo("TESSELLATRIX_DEMO", "100");
+  store::clearPuzzle();
+  start(BoardLayout::Scatter);
+  expect("solved: the solved screen follows", true, 2.4, 2.5);
+}

@@ -55,7 +55,7 @@ class WidgetFrame : public ::testing::Test {
     resize(ctx.width, ctx.height);
     ui::widgetTrace().clear();
     ctx.in = in;
-    ctx.clickTaken = false;
+    ctx.clickTaken = ctx.animating = false;
     ctx.dt = dt;
     ctx.time += dt;
   }

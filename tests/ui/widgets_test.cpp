@@ -63,6 +63,7 @@ TEST_F(Widgets, AHeldSliderTakesTheValueUnderThePointerWithinItsRange) {
     frame(c.in);
     EXPECT_DOUBLE_EQ(ui::slider(ctx, ui::Rect{100, 100, 200, 24}, 0.5), c.value) << c.in.mouseX << ", " << c.in.mouseY;
     EXPECT_EQ(ctx.clickTaken, c.value != 0.5) << "a dragged slider keeps the release from what is beneath";
+    EXPECT_EQ(ctx.animating, c.value != 0.5) << "and asks for every frame while held";
   }
 }
 
@@ -84,8 +85,10 @@ TEST_F(Widgets, AFlickGlidesSlowerEveryFrameUntilItStopsAndAPressCatchesIt) {
   for (double last = offset; ctx.drag.velocity != 0 && steps.size() < 600; last = offset) {
     listFrame(hoverAt(200, 300));
     steps.push_back(offset - last);
+    EXPECT_TRUE(ctx.animating || ctx.drag.velocity == 0) << "gliding, it asks for every frame";
   }
   EXPECT_LT(steps.size(), 120u) << "stopped within two seconds";
+  EXPECT_FALSE(ctx.animating) << "at rest again";
   EXPECT_TRUE(std::is_sorted(steps.rbegin(), steps.rend()) && steps.back() > 0);
   EXPECT_GT(offset, 200);
 

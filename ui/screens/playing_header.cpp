@@ -144,6 +144,12 @@ void PlayingScreen::drawHints(Ctx& ctx, const store::Settings& settings) {
   const double age = ctx.time - startedAt_;
   if (age > kHintSeconds) return;
   const double alpha = std::min(1.0, kHintSeconds - age);
+  // It rests, then fades out over its last second.
+  if (alpha < 1.0) {
+    ctx.requestFrame();
+  } else {
+    ctx.requestFrameAt(startedAt_ + kHintSeconds - 1.0);
+  }
   const std::string text = i18n::tr("playing.rotateHintMouse");
   // The hint takes the first place where it hides neither a strip nor a
   // piece: the foot of the table, its head, or the middle of the board.
@@ -173,6 +179,7 @@ bool PlayingScreen::hidesSomething(const Rect& r) const {
 
 void PlayingScreen::drawSolvedBanner(Ctx& ctx) {
   const double alpha = std::min(1.0, (ctx.time - solvedAt_) * 3);
+  if (alpha < 1.0) ctx.requestFrame();  // fading in
   const std::string text = i18n::tr("solved.title") + "  " + formatTime(puzzle_.elapsedMs);
   pill(ctx, pillRect(ctx, ctx.width * 0.5, headerH_ + (ctx.height - headerH_) * 0.5, text, 26), text, 26, alpha);
 }

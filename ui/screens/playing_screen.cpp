@@ -16,6 +16,7 @@ namespace {
 constexpr double kAutosaveInterval = 0.4;  // seconds between saves of a burst of moves
 constexpr double kSolvedPause = 2.5;       // seconds the finished picture shows
 constexpr int64_t kClockSaveMs = 5000;     // play time saved at least this often
+constexpr double kLate = 0.001;            // a timed frame comes this much after its moment, never before
 
 // TESSELLATRIX_DEMO: the percentage of pieces put home on the first frame.
 int demoPercent() {
@@ -76,6 +77,25 @@ void PlayingScreen::update(Ctx& ctx) {
     next.elapsedMs = puzzle_.elapsedMs;
     Game::instance().replace(next);
   }
+  requestFrames(ctx);
+}
+
+// Between events the picture changes only with a piece in hand or gliding
+// home, the clock's next second, a save falling due, and the solved pause.
+void PlayingScreen::requestFrames(Ctx& ctx) const {
+  if (held_ >= 0 || piecesGliding()) ctx.requestFrame();
+  if (solved()) ctx.requestFrameAt(solvedAt_ + kSolvedPause);
+  if (dirty_ && !solved()) ctx.requestFrameAt(lastSave_ + kAutosaveInterval + kLate);
+  if (solved() || paused_ || dialogOpen()) return;
+  const double owed = static_cast<double>((puzzle_.elapsedMs % 1000 + 1000) % 1000) + clockCarryMs_;
+  ctx.requestFrameAt(ctx.time + (1000.0 - owed) / 1000.0 + kLate);
+}
+
+bool PlayingScreen::piecesGliding() const {
+  for (const core::Piece& p : puzzle_.pieces) {
+    if (p.restX != p.x || p.restY != p.y) return true;
+  }
+  return false;
 }
 
 void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {

@@ -49,6 +49,8 @@ class PlayingScreen : public Screen {
   void advanceClock(const Ctx& ctx);
   void checkSolved(const Ctx& ctx);
   void autosave(const Ctx& ctx, bool force);
+  void requestFrames(Ctx& ctx) const;
+  bool piecesGliding() const;
   void leave(const Ctx& ctx);
   void writeSave();
   void drawScreen(Ctx& ctx, const store::Settings& settings);

@@ -82,6 +82,7 @@ double wavyTitle(Ctx& ctx, double cx, double cy, const std::string& text, double
     total += widths[i] + kCharGap;
   }
 
+  ctx.requestFrame();  // it never stops waving
   const double t = 2 * M_PI * ctx.time;
   double left = cx - total * 0.5;
   for (size_t i = 0; i < chars.size(); ++i) {

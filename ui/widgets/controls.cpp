@@ -23,12 +23,14 @@ constexpr double kSwitchW = 52, kSwitchH = 28, kSwitchKnob = 11;
 // A slider has no press-drag-release cycle of its own: in every frame in
 // which the button is held over its (widened) area it follows the pointer and
 // takes the click, so the release that ends the drag presses nothing else.
+// Held, it asks for every frame, so the screen may follow the value live.
 double slider(Ctx& ctx, const Rect& r, double value) {
   traceWidget("slider", r);
   const Rect grab{r.x - kGrabMarginX, r.y - kGrabMarginY, r.w + 2 * kGrabMarginX, r.h + 2 * kGrabMarginY};
   // A press counts even when the button is let go again within the frame.
   if ((ctx.in.mouseDown || ctx.in.mousePressed) && r.w > 0 && ctx.hover(grab)) {
     ctx.clickTaken = true;
+    ctx.requestFrame();
     value = std::clamp((ctx.in.mouseX - r.x) / r.w, 0.0, 1.0);
   }
 

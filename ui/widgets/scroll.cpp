@@ -13,6 +13,9 @@
 //   not held                      the offset glides on, slowing by e^-6 per
 //                                 second, and stops below 20 units/s or at an end
 //   wheel inside                  offset -= 60 per unit
+//
+// A held drag and a glide ask for every next frame: the speed must fall
+// while the finger rests, or a list let go after a pause would fly off.
 #include "ui/widgets/scroll.h"
 
 #include <algorithm>
@@ -49,6 +52,7 @@ void glide(Ctx& ctx, double* offset, double max) {
   drag.velocity *= std::exp(-kFriction * ctx.dt);
   if (std::fabs(drag.velocity) < kStopSpeed) drag.velocity = 0;
   if (*offset <= 0 || *offset >= max) drag.velocity = 0;
+  if (drag.velocity != 0) ctx.requestFrame();
 }
 
 }  // namespace
@@ -68,6 +72,7 @@ void applyScroll(Ctx& ctx, const Rect& viewport, double contentHeight, double* o
 
   if (drag.active && drag.target == offset) {
     if (ctx.in.mouseDown) {
+      ctx.requestFrame();
       // The pointer's motion in the frame of the press mostly came before
       // it: a click made on the move is still a click.
       if (!ctx.in.mousePressed) followDrag(ctx, offset);
