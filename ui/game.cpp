@@ -66,8 +66,13 @@ void Game::update(Ctx& ctx) {
   // A list drag or fling belongs to the screen it started on.
   if (builtGeneration_ != built) ctx.drag = DragState{};
   if (current_) current_->update(ctx);
-  // The screen asked to go elsewhere: the next one is built in the next frame.
-  if (builtGeneration_ != generation_) ctx.requestFrameAt(ctx.time);
+  // The screen asked to go elsewhere: the next one is built in the next
+  // frame. A click, key or wheel turn may also have changed what was drawn
+  // earlier in this frame (a language, a colour, a row above the one pressed),
+  // so one more frame shows its whole effect.
+  const Input& in = ctx.in;
+  const bool acted = in.mousePressed || in.mouseReleased || in.rightPressed || in.wheel != 0 || !in.keys.empty();
+  if (builtGeneration_ != generation_ || acted) ctx.requestFrameAt(ctx.time);
 }
 
 std::unique_ptr<Screen> makeScreen(const GameState& s) {

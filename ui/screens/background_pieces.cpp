@@ -254,6 +254,7 @@ void backgroundPiecesPrepare(const Ctx& ctx, double budgetSeconds, const std::ve
 void backgroundPiecesUpdate(Ctx& ctx, const std::vector<core::Level>& catalogue) {
   State& s = state();
   ensureSet(s, ctx, catalogue);
+  ctx.requestFrame();  // they never stop drifting
   step(s, std::min(ctx.dt, 0.1), ctx.width, ctx.height);
   for (const BgPiece& p : s.pieces) {
     if (SDL_Texture* tex = pieceTexture(s, p)) {

@@ -107,6 +107,7 @@ class SolvedScreen : public Screen {
     } else {
       panning_ = false;
       viewer_.coast(ctx.dt);
+      if (viewer_.velX != 0 || viewer_.velY != 0) ctx.requestFrame();
     }
   }
 

@@ -29,6 +29,7 @@ class SplashScreen : public Screen {
     // paint the menu's pieces a few at a time.
     if (ctx.time > start_) backgroundPiecesPrepare(ctx, kPrepareBudget);
 
+    ctx.requestFrameAt(start_ + kSplashSeconds);
     if (ctx.in.mouseReleased || !ctx.in.keys.empty() || ctx.time - start_ > kSplashSeconds) {
       GameState menu;
       menu.screen = ScreenKind::Menu;
