@@ -241,6 +241,7 @@ int backgroundPieceCount(double w, double h) {
 void backgroundPiecesPrepare(const Ctx& ctx, double budgetSeconds, const std::vector<core::Level>& catalogue) {
   State& s = state();
   ensureSet(s, ctx, catalogue);
+  step(s, std::min(ctx.dt, 0.1), ctx.width, ctx.height);
   const auto start = std::chrono::steady_clock::now();
   const std::chrono::duration<double> budget(budgetSeconds);
   for (const BgPiece& p : s.pieces) {

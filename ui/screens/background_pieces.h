@@ -32,9 +32,10 @@ int backgroundPieceCount(double w, double h);
 // is none or the window's width or height has changed by a unit or more.
 // The pieces are cut from the first four levels of `catalogue`.
 void backgroundPiecesUpdate(Ctx& ctx, const std::vector<core::Level>& catalogue = core::levels());
-// Builds the set for this window, if it has none, and paints as many of its
-// textures as fit in `budgetSeconds`, drawing nothing: a screen shown before
-// the menu calls it each frame so the menu opens with every piece ready.
+// Builds the set for this window, if it has none, moves it on and paints as
+// many of its textures as fit in `budgetSeconds`, drawing nothing: a screen
+// shown before the menu calls it each frame, so the menu opens with every
+// piece painted and already drifting in.
 void backgroundPiecesPrepare(const Ctx& ctx, double budgetSeconds,
                              const std::vector<core::Level>& catalogue = core::levels());
 // Forgets the set and its textures; the next update builds a new one.
