@@ -7,6 +7,11 @@
 
 namespace ui {
 
+uint32_t frameBackground() {
+  const store::OptColor& bg = store::settings().bgColor;
+  return bg.set ? bg.rgb : kColorBackground;
+}
+
 void drawFrame(SDL_Renderer* renderer, FrameLayer& layer, Ctx& ctx, int outW, int outH, double scale) {
   layer.ensure(renderer, outW, outH);
   ctx.cr = layer.begin(scale);
@@ -16,8 +21,7 @@ void drawFrame(SDL_Renderer* renderer, FrameLayer& layer, Ctx& ctx, int outW, in
 
   gpuSetScale(scale);
   gpuBeginFrame();
-  const store::OptColor& bg = store::settings().bgColor;
-  const uint32_t rgb = bg.set ? bg.rgb : kColorBackground;
+  const uint32_t rgb = frameBackground();
   SDL_SetRenderDrawColor(renderer, (rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255, 255);
   SDL_RenderClear(renderer);
   Game::instance().update(ctx);

@@ -5,6 +5,8 @@
 
 #include <SDL.h>
 
+#include <cstdint>
+
 #include "ui/frame_layer.h"
 #include "ui/input.h"
 
@@ -15,6 +17,9 @@ namespace ui {
 // player's, or the palette's), runs the screen stack with `ctx` (its time,
 // delta and input are the caller's) and composites the cairo layer over the
 // GPU draws. The caller presents.
+// The colour every frame starts from: the player's background, or the palette's.
+uint32_t frameBackground();
+
 void drawFrame(SDL_Renderer* renderer, FrameLayer& layer, Ctx& ctx, int outW, int outH, double scale);
 
 }  // namespace ui
