@@ -14,6 +14,9 @@
 //   drag    the same while a piece is dragged in circles; check: how far the
 //           piece ended from where the pointer carried it (0 = it moved)
 //   placed  the same puzzle with all but 10 pieces home, pointer resting
+//   plain-idle, plain-drag   idle and drag again on the plain path, which
+//           draws everything every frame (no cached table, the whole
+//           layer): the frame as it cost before the caches, same run
 //
 // CPU is from /proc: the runtime of every thread of this process and of the
 // X server (its pid in BENCH_XPID), so work SDL defers to present, Mesa's
@@ -28,6 +31,7 @@
 #include <fstream>
 #include <string>
 
+#include "platform/heap.h"
 #include "store/store.h"
 #include "ui/frame.h"
 #include "ui/game.h"
@@ -155,13 +159,13 @@ void restCase(Bench& b, const char* name, int frames) {
 // Picks the topmost loose piece under the middle of the left table zone and
 // carries it round a circle; returns how far it ended from where the
 // pointer took it (the grab offset kept), in pixels.
-void dragCase(Bench& b, ui::PlayingScreen& screen, int frames) {
+void dragCase(Bench& b, ui::PlayingScreen& screen, int frames, const char* name) {
   core::Puzzle& puzzle = screen.puzzle();
   const core::Piece* target = nullptr;
   for (const core::Piece& p : puzzle.pieces) {
     if (!p.placed && !p.inTray && (!target || p.x < target->x)) target = &p;
   }
-  if (!target) return print("drag", Sample{0, 0, 0, 0}, -1);
+  if (!target) return print(name, Sample{0, 0, 0, 0}, -1);
   const double boxW = puzzle.cellW + 2 * puzzle.pad, boxH = puzzle.cellH + 2 * puzzle.pad;
   const double x0 = target->x + boxW / 2, y0 = target->y + boxH / 2;
   const core::Piece* hit = puzzle.hitTest(x0, y0);
@@ -182,7 +186,7 @@ void dragCase(Bench& b, ui::PlayingScreen& screen, int frames) {
   ui::Input release = pointer(mx, my, false);
   release.mouseReleased = true;
   frame(b, release);
-  print("drag", s, moved > 1 ? missed : -1);
+  print(name, s, moved > 1 ? missed : -1);
 }
 
 // All but the last ten pieces home, as in a nearly finished puzzle.
@@ -223,6 +227,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const int frames = std::atoi(argv[2]);
+  platform::keepFreedHeap();  // as the game's main does
   if (const char* x = std::getenv("BENCH_XPID")) b.xpid = x;
   store::init();
   if (!open(b)) {
@@ -233,7 +238,11 @@ int main(int argc, char** argv) {
   bareCase(b, frames);
   ui::PlayingScreen& screen = startPuzzle(b);
   restCase(b, "idle", frames);
-  dragCase(b, screen, frames);
+  dragCase(b, screen, frames, "drag");
+  ui::gpuSetCaching(false);
+  restCase(b, "plain-idle", frames);
+  dragCase(b, screen, frames, "plain-drag");
+  ui::gpuSetCaching(true);
   placeMost(b, screen);
   restCase(b, "placed", frames);
   ui::Game::instance().saveNow();

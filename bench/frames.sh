@@ -52,9 +52,9 @@ for size in 1920x1080 2560x1440; do
       files+=("$dir/run$r")
     done
     renderer=$(awk '$1 == "renderer" {print $2; exit}' "${files[0]}")
-    for name in bare idle drag placed; do
+    for name in bare idle drag placed plain-idle plain-drag; do
       read -r cpu_ratio wall_ratio <<<"$(ratios "$name" "${files[@]}")"
-      check=$( [ $name = drag ] && column drag 6 "${files[@]}" || echo "")
+      check=$(case $name in *drag) column "$name" 6 "${files[@]}" ;; esac)
       echo "| ${size/x/ × } | $renderer | $name | $(column $name 3 "${files[@]}") |" \
         "$(column $name 4 "${files[@]}") | $(column $name 5 "${files[@]}") | $cpu_ratio | $wall_ratio | $check |"
     done
