@@ -1,6 +1,6 @@
 #!/bin/bash
-# Regenerates every table of RESULTS.md in one go (about 6 minutes on the
-# project's 2-core machine when it is quiet):
+# Regenerates every table of RESULTS.md in one go (six minutes on the
+# project's 2-core machine under load):
 #
 #   bench/run-all.sh [build-dir] > results.md
 #
