@@ -1,3 +1,7 @@
 #include "app/shell.h"
+#include "platform/heap.h"
 
-int main(int argc, char** argv) { return app::run(argc, argv); }
+int main(int argc, char** argv) {
+  platform::keepFreedHeap();
+  return app::run(argc, argv);
+}

@@ -67,7 +67,6 @@ struct Shell {
   ui::FrameLayer layer;
   ui::Ctx ctx;
   LoopState loop;
-  Frames frames = Frames::OnDemand;
   Pace pace;
   double prevFrameStart = 0;
   int prevMouseX = 0, prevMouseY = 0;
@@ -201,7 +200,6 @@ double choresDue(const Shell& sh) {
 bool waitForFrame(Shell& sh) {
   for (;;) {
     if (g_terminate) return false;
-    if (sh.frames == Frames::EveryPass) return true;
     int outW = 0, outH = 0;
     SDL_GetRendererOutputSize(sh.renderer, &outW, &outH);
     sh.pace.hidden = windowHidden(sh, outW, outH);
@@ -259,7 +257,7 @@ void notePace(Shell& sh, bool drawn) {
   Pace& pace = sh.pace;
   pace.motion = false;
   pace.lastFrame = drawn ? sh.prevFrameStart : nowSeconds();
-  pace.animating = drawn && (sh.ctx.animating || sh.frames == Frames::EveryPass);
+  pace.animating = drawn && sh.ctx.animating;
   pace.frameAt = drawn ? sh.ctx.nextFrameAt : kNever;
 }
 
@@ -292,7 +290,7 @@ void shutdown(Shell& sh) {
 
 }  // namespace
 
-int run(int argc, char** argv, Frames frames) {
+int run(int argc, char** argv) {
   if (printInfoRequest(argc, argv)) return 0;
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   std::signal(SIGTERM, onTerminationSignal);
@@ -307,7 +305,6 @@ int run(int argc, char** argv, Frames frames) {
   }
   store::init();
   Shell sh;  // its settings are the store's record
-  sh.frames = frames;
   sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);
   i18n::setLanguage(sh.settings.language);
   applyStartScreen(sh.settings);

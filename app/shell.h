@@ -3,12 +3,8 @@
 
 namespace app {
 
-enum class Frames {
-  OnDemand,   // only when the picture changes, paced to the display (app/pacing.h)
-  EveryPass,  // on every pass, as fast as the renderer presents: the frame benchmarks' way to measure a frame
-};
-
-// Returns the process exit status.
-int run(int argc, char** argv, Frames frames = Frames::OnDemand);
+// Returns the process exit status. Frames are drawn only when the picture
+// changes, paced to the display (app/pacing.h).
+int run(int argc, char** argv);
 
 }  // namespace app

@@ -8,7 +8,6 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include <malloc.h>
 
 #include <algorithm>
 #include <chrono>
@@ -19,6 +18,7 @@
 #include <vector>
 
 #include "platform/fs.h"
+#include "platform/heap.h"
 #include "platform/seal.h"
 #include "store/saves_json.h"
 #include "store/sealed_file.h"
@@ -97,11 +97,8 @@ volatile size_t g_sink = 0;
 
 int main(int argc, char** argv) {
   const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 1001;
-  // Keep freed memory in the process: otherwise glibc hands the top of the
-  // heap back after each round and every round pays for page faults, which
-  // on a virtual machine dwarfs the parsing being measured.
-  mallopt(M_TRIM_THRESHOLD, 256 << 20);
-  mallopt(M_MMAP_THRESHOLD, 64 << 20);
+  // The allocator as the game's main sets it, and no other way.
+  platform::keepFreedHeap();
   const js::Value doc = store::savesToJson(benchPuzzle(), benchSolves());
   const std::string text = doc.dump();
   const std::string sealed = platform::saveEncrypt(text);

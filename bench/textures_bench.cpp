@@ -23,6 +23,7 @@
 #include "core/catalog.h"
 #include "core/puzzle.h"
 #include "platform/fs.h"
+#include "platform/heap.h"
 #include "platform/image.h"
 #include "platform/paths.h"
 #include "ui/gpu.h"
@@ -171,7 +172,19 @@ void reductions(int samples, int bw, int bh) {
     stbir_resize_uint8(rgb, w, h, 0, resized.data(), tw, th, 0, 3);
     g_sink = g_sink + resized[0];
   });
-  std::printf("| decode %d × %d (stb_image) | %.1f | | |\n", w, h, decode / 1000);
+  const auto load = [&](int mw, int mh) {
+    return medianMicros(samples, 1, [] {}, [&] {
+      cairo_surface_t* pic = platform::loadImage(path, mw, mh);
+      g_sink = g_sink + cairo_image_surface_get_width(pic);
+      cairo_surface_destroy(pic);
+    });
+  };
+  const double full = load(0, 0), thumb = load(460, 307);
+  std::printf("| decode %d × %d, stb_image | %.1f | | |\n", w, h, decode / 1000);
+  std::printf("| load it whole (libjpeg-turbo) | %.1f | stb_image decode %.1f | %.2f |\n", full / 1000,
+              decode / 1000, full / decode);
+  std::printf("| load it for a 460 × 307 thumbnail (1/4 in the DCT, then area mean) | %.1f | stb_image decode %.1f | "
+              "%.2f |\n", thumb / 1000, decode / 1000, thumb / decode);
   std::printf("| reduce to %d × %d, area mean | %.1f | stb_image_resize %.1f | %.2f |\n", tw, th, box / 1000,
               stbir / 1000, box / stbir);
   stbi_image_free(rgb);
@@ -181,6 +194,7 @@ void reductions(int samples, int bw, int bh) {
 
 int main(int argc, char** argv) {
   const int samples = argc > 1 ? std::max(1, std::atoi(argv[1])) : 9;
+  platform::keepFreedHeap();  // as the game's main does
   const std::string source = prepareAssets();
   if (source.rfind("synthetic", 0) == 0) writeSyntheticLevels(paths::assetDir());
   const core::Puzzle p = laidOutPuzzle();
@@ -190,10 +204,11 @@ int main(int argc, char** argv) {
   reductions(samples, static_cast<int>(std::lround(p.boardW)), static_cast<int>(std::lround(p.boardH)));
   std::printf("| paint 110 piece textures, scale 1 | %.1f | | |\n", paintPieces(samples, 1.0) / 1000);
   std::printf("| paint 110 piece textures, scale 2 | %.1f | | |\n", paintPieces(samples, 2.0) / 1000);
-  std::printf("| level start (id to all pieces), scale 1 | %.1f | goal 150 | %.2f |\n", levelStart(samples, 1.0) / 1000,
-              levelStart(samples, 1.0) / 150000);
+  const double start = levelStart(samples, 1.0);
+  std::printf("| level start (id to all pieces), scale 1 | %.1f | goal 80 | %.2f |\n", start / 1000, start / 80000);
   std::printf("| level start (id to all pieces), scale 2 | %.1f | | |\n", levelStart(samples, 2.0) / 1000);
-  std::printf("| 40 level-select thumbnails 460 × 306 | %.1f | | |\n", thumbnails(samples, 460, 306) / 1000);
+  const double thumbs = thumbnails(samples, 460, 306);
+  std::printf("| 40 level-select thumbnails 460 × 306 | %.1f | goal 400 | %.2f |\n", thumbs / 1000, thumbs / 400000);
   ui::gpuShutdown();
   ui::imagesShutdown();
   return 0;

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <clocale>
 #include <cstdlib>
+#include <iterator>
 #include <locale.h>
 
 #include "js/json.h"
@@ -56,7 +57,12 @@ const char* readDecimal(const char* start, const char* last, double* d) {
 
 class Parser {
  public:
-  explicit Parser(const std::string& text) : s_(text.c_str()), n_(text.size()) {}
+  explicit Parser(const std::string& text) : s_(text.c_str()), n_(text.size()) {
+    // Never reallocated, so a scratch list stays where it is while the
+    // values inside it are parsed.
+    arrays_.reserve(kMaxDepth + 1);
+    objects_.reserve(kMaxDepth + 1);
+  }
 
   // `depth` counts the arrays and objects already open around this value.
   bool value(Value& out, int depth) {
@@ -66,14 +72,21 @@ class Parser {
       case '"': out.kind = Kind::String; return string(out.string);
       case '[': return depth < kMaxDepth && array(out, depth + 1);
       case '{': return depth < kMaxDepth && object(out, depth + 1);
-      case 't': out = Value(true); return literal("true", 4);
-      case 'f': out = Value(false); return literal("false", 5);
+      case 't': return boolean(out, true) && literal("true", 4);
+      case 'f': return boolean(out, false) && literal("false", 5);
       case 'n': return literal("null", 4);
       default: return number(out);
     }
   }
 
  private:
+  // Set in place: assigning a whole new value would move every field.
+  static bool boolean(Value& out, bool b) {
+    out.kind = Kind::Bool;
+    out.boolean = b;
+    return true;
+  }
+
   bool at(char c) const { return pos_ < n_ && s_[pos_] == c; }
 
   bool take(char c) {
@@ -110,8 +123,25 @@ class Parser {
     }
     if (end == start) return false;
     pos_ += static_cast<size_t>(end - start);
-    out = Value(d);
+    out.kind = Kind::Number;
+    out.number = d;
     return true;
+  }
+
+  // Elements and members gather in a scratch list kept per depth for the
+  // whole parse, then move into a container allocated once at its exact
+  // size: no growing by doubling, and no slack left in the tree.
+  template <typename T>
+  std::vector<T>& scratch(std::vector<std::vector<T>>& lists, int depth) {
+    if (lists.size() <= static_cast<size_t>(depth)) lists.resize(depth + 1);
+    return lists[depth];
+  }
+
+  template <typename T>
+  static void moveInto(std::vector<T>& list, size_t from, std::vector<T>* out) {
+    out->reserve(list.size() - from);
+    std::move(list.begin() + from, list.end(), std::back_inserter(*out));
+    list.resize(from);
   }
 
   bool array(Value& out, int depth) {
@@ -119,13 +149,17 @@ class Parser {
     out.kind = Kind::Array;
     skipSpace();
     if (take(']')) return true;
+    std::vector<Value>& items = scratch(arrays_, depth);
+    const size_t from = items.size();
     for (;;) {
-      out.array.emplace_back();
-      if (!value(out.array.back(), depth)) return false;
+      items.emplace_back();
+      if (!value(items.back(), depth)) return false;
       skipSpace();
-      if (take(']')) return true;
+      if (take(']')) break;
       if (!take(',')) return false;
     }
+    moveInto(items, from, &out.array);
+    return true;
   }
 
   bool object(Value& out, int depth) {
@@ -133,22 +167,30 @@ class Parser {
     out.kind = Kind::Object;
     skipSpace();
     if (take('}')) return true;
-    std::string key;
+    std::vector<Value::Member>& members = scratch(objects_, depth);
+    const size_t from = members.size();
+    bool sorted = true;  // keys unique and in order, as the game writes them
     for (;;) {
       skipSpace();
-      key.clear();
-      if (!at('"') || !string(key)) return false;
+      members.emplace_back();
+      Value::Member& m = members.back();
+      if (!at('"') || !string(m.first)) return false;
+      sorted = sorted && (members.size() - from == 1 || members[members.size() - 2].first < m.first);
       skipSpace();
       if (!take(':')) return false;
-      // A repeated key starts afresh: the last one wins. Parsing the member
-      // adds nothing to this object, so the reference stays valid.
-      Value& slot = out.member(key);
-      if (!slot.isNull()) slot = Value();
-      if (!value(slot, depth)) return false;
+      if (!value(m.second, depth)) return false;
       skipSpace();
-      if (take('}')) return true;
+      if (take('}')) break;
       if (!take(',')) return false;
     }
+    if (sorted) {
+      moveInto(members, from, &out.object);
+      return true;
+    }
+    // A repeated key: the last one wins.
+    for (size_t i = from; i < members.size(); ++i) out.member(members[i].first) = std::move(members[i].second);
+    members.resize(from);
+    return true;
   }
 
   // At the opening quote. Raw control bytes and bytes above 0x7F are taken
@@ -207,6 +249,8 @@ class Parser {
   const char* s_;
   size_t n_;
   size_t pos_ = 0;
+  std::vector<std::vector<Value>> arrays_;
+  std::vector<std::vector<Value::Member>> objects_;
 };
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+#include "platform/jpeg.h"
+
 namespace platform {
 
 namespace {
@@ -76,19 +78,45 @@ void boxReduce(const unsigned char* rgb, int w, int h, unsigned char* out, int t
   }
 }
 
-cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH) {
-  int w = 0, h = 0, comp = 0;
-  std::unique_ptr<unsigned char, PixelsFree> rgb(stbi_load(path.c_str(), &w, &h, &comp, 3));
+namespace {
+
+// The size a w x h picture is shown at to fit maxW x maxH (never enlarged).
+void fitInto(int w, int h, void* bound, int* tw, int* th) {
+  const int* max = static_cast<const int*>(bound);
+  *tw = w;
+  *th = h;
+  if (max[0] <= 0 || max[1] <= 0) return;
+  const double s = std::min({static_cast<double>(max[0]) / w, static_cast<double>(max[1]) / h, 1.0});
+  *tw = std::max(1, static_cast<int>(std::lround(w * s)));
+  *th = std::max(1, static_cast<int>(std::lround(h * s)));
+}
+
+// JPEGs through libjpeg-turbo, reduced while decoding; everything else, and
+// a JPEG it refuses, through stb_image.
+bool decodeRgb(const std::string& path, int* bound, DecodedRgb* out) {
+  if (decodeJpeg(path, fitInto, bound, out)) return true;
+  int comp = 0;
+  std::unique_ptr<unsigned char, PixelsFree> rgb(stbi_load(path.c_str(), &out->w, &out->h, &comp, 3));
   if (!rgb) {
     std::fprintf(stderr, "[image] %s nicht lesbar: %s\n", path.c_str(), stbi_failure_reason());
-    return nullptr;
+    return false;
   }
-  int tw = w, th = h;
-  if (maxW > 0 && maxH > 0) {
-    const double s = std::min({static_cast<double>(maxW) / w, static_cast<double>(maxH) / h, 1.0});
-    tw = std::max(1, static_cast<int>(std::lround(w * s)));
-    th = std::max(1, static_cast<int>(std::lround(h * s)));
-  }
+  out->rgb.assign(rgb.get(), rgb.get() + static_cast<size_t>(out->w) * out->h * 3);
+  out->fullW = out->w;
+  out->fullH = out->h;
+  return true;
+}
+
+}  // namespace
+
+cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH) {
+  int bound[2] = {maxW, maxH};
+  DecodedRgb pic;
+  if (!decodeRgb(path, bound, &pic)) return nullptr;
+  int tw = 0, th = 0;
+  fitInto(pic.fullW, pic.fullH, bound, &tw, &th);
+  tw = std::min(tw, pic.w);
+  th = std::min(th, pic.h);
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, tw, th);
   if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
     cairo_surface_destroy(surface);
@@ -97,10 +125,10 @@ cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH) {
   cairo_surface_flush(surface);
   unsigned char* out = cairo_image_surface_get_data(surface);
   const int stride = cairo_image_surface_get_stride(surface);
-  if (tw == w && th == h) {
-    packRows(rgb.get(), w, h, out, stride);
+  if (tw == pic.w && th == pic.h) {
+    packRows(pic.rgb.data(), pic.w, pic.h, out, stride);
   } else {
-    boxReduce(rgb.get(), w, h, out, tw, th, stride);
+    boxReduce(pic.rgb.data(), pic.w, pic.h, out, tw, th, stride);
   }
   cairo_surface_mark_dirty(surface);
   return surface;

@@ -11,6 +11,10 @@
 namespace ui {
 
 void setColor(cairo_t* cr, uint32_t rgb, double alpha);
+// cairo_fill and cairo_stroke (or its preserving form) that also tell the
+// frame layer where they drew: every drawing on the layer goes through these.
+void fillPath(cairo_t* cr);
+void strokePath(cairo_t* cr, bool preserve = false);
 void fillRect(cairo_t* cr, const Rect& r, uint32_t rgb, double alpha);
 // The radius is clamped to half the shorter side, so a huge radius gives a capsule.
 void roundedRectPath(cairo_t* cr, const Rect& r, double radius);

@@ -5,6 +5,8 @@
 
 #include <SDL.h>
 
+#include <cstdint>
+
 #include "ui/frame_layer.h"
 #include "ui/input.h"
 

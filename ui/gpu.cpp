@@ -28,6 +28,7 @@ struct State {
   uint64_t frame = 0;
   std::map<std::string, CacheEntry> cache;
   SDL_BlendMode blendMode = SDL_BLENDMODE_BLEND;
+  bool caching = true;
 };
 
 State& state() {
@@ -152,6 +153,10 @@ double gpuScale() { return state().scale; }
 
 SDL_BlendMode gpuBlendMode() { return state().blendMode; }
 
+void gpuSetCaching(bool on) { state().caching = on; }
+
+bool gpuCaching() { return state().caching; }
+
 bool gpuPremultiplied() { return state().blendMode != SDL_BLENDMODE_BLEND; }
 
 size_t gpuCacheSize() { return state().cache.size(); }
@@ -216,6 +221,17 @@ void gpuBlit(SDL_Texture* tex, double x, double y, double w, double h, double al
   SDL_Renderer* r = state().renderer;
   if (!tex || !r) return;
   setTextureFade(tex, alpha);
+  const SDL_Rect px = pixelRect(x, y, w, h);
+  SDL_RenderCopy(r, tex, nullptr, &px);
+  ++state().drawCalls;
+}
+
+void gpuBlitOpaque(SDL_Texture* tex, double x, double y, double w, double h) {
+  SDL_Renderer* r = state().renderer;
+  if (!tex || !r) return;
+  SDL_SetTextureBlendMode(tex, SDL_BLENDMODE_NONE);
+  SDL_SetTextureAlphaMod(tex, 255);
+  SDL_SetTextureColorMod(tex, 255, 255, 255);
   const SDL_Rect px = pixelRect(x, y, w, h);
   SDL_RenderCopy(r, tex, nullptr, &px);
   ++state().drawCalls;

@@ -34,6 +34,9 @@ void gpuClearClip();
 void gpuFillRect(double x, double y, double w, double h, uint32_t rgb, double alpha);
 void gpuStrokeRect(double x, double y, double w, double h, uint32_t rgb, double alpha);
 void gpuBlit(SDL_Texture* tex, double x, double y, double w, double h, double alpha);
+// Copies every texel as it is, no blending: for opaque textures that cover
+// what lies beneath.
+void gpuBlitOpaque(SDL_Texture* tex, double x, double y, double w, double h);
 // (cx, cy) is the centre; the quad turns about it by `angle` degrees clockwise.
 void gpuBlitRotated(SDL_Texture* tex, double cx, double cy, double w, double h, double angle, double alpha);
 
@@ -49,6 +52,11 @@ SDL_Texture* gpuRenderTarget(const std::string& key, int w, int h, DrawFn draw, 
 // The blend mode every texture of the layer gets, and whether it is the
 // premultiplied one (false: uploads are converted to straight alpha).
 SDL_BlendMode gpuBlendMode();
+// Whether screens may keep what they drew in cached layers and redraw only
+// what changed (on unless the pictures are being compared with the plain
+// path that draws everything every frame).
+void gpuSetCaching(bool on);
+bool gpuCaching();
 bool gpuPremultiplied();
 size_t gpuCacheSize();
 // The cached texture of that key if it is cached at exactly that pixel size

@@ -9,6 +9,7 @@
 
 #include "platform/paths.h"
 #include "ui/draw.h"
+#include "ui/frame_layer.h"
 
 namespace ui {
 
@@ -150,6 +151,9 @@ Paragraph layOutParagraph(cairo_t* cr, const std::string& text, const TextStyle&
 void show(cairo_t* cr, PangoLayout* layout, double x, double y, const TextStyle& style) {
   setColor(cr, style.color, style.alpha);
   cairo_move_to(cr, x, y);
+  PangoRectangle ink;
+  pango_layout_get_pixel_extents(layout, &ink, nullptr);
+  layerDamage(cr, x + ink.x, y + ink.y, ink.width, ink.height);
   pango_cairo_show_layout(cr, layout);
 }
 

@@ -10,6 +10,7 @@
 #include "platform/crash.h"
 #include "platform/fs.h"
 #include "platform/image.h"
+#include "platform/jpeg.h"
 #include "platform/paths.h"
 #include "tests/support/test_support.h"
 
@@ -49,29 +50,38 @@ TEST(Paths, FoldersFollowTheEnvironmentInOrder) {
   }
 }
 
-// A picture is reduced to fit but never enlarged; a file that is no picture
+// A picture is reduced to fit but never enlarged, a JPEG through the DCT
+// scaling that leaves it no smaller than shown; a file that is no picture
 // gives nothing and one line.
 TEST(Images, APictureIsReducedToFitButNeverEnlarged) {
-  struct Case { int w, h, maxW, maxH, shownW, shownH; };
+  struct Case { int w, h, maxW, maxH, shownW, shownH, denominator; };
   const Case kCases[] = {
-      {400, 300, 100, 100, 100, 75}, {100, 80, 1000, 1000, 100, 80},  // reduced, never enlarged
-      {100, 80, 50, 0, 100, 80},     {1000, 1, 100, 100, 100, 1},     // no bound; at least one row
+      {400, 300, 100, 100, 100, 75, 4}, {100, 80, 1000, 1000, 100, 80, 1},  // reduced, never enlarged
+      {100, 80, 50, 0, 100, 80, 1},     {1000, 1, 100, 100, 100, 1, 8},     // no bound; at least one row
+      {800, 600, 100, 100, 100, 75, 8}, {801, 601, 400, 400, 400, 300, 2},  // the most the DCT may take
+      {792, 600, 100, 100, 100, 76, 4},
   };
   TempDir t;
   for (const Case& c : kCases) {
     SCOPED_TRACE(testing::Message() << c.w << "x" << c.h << " into " << c.maxW << "x" << c.maxH);
+    EXPECT_EQ(platform::jpegScaleDenominator(c.w, c.h, c.shownW, c.shownH), c.denominator);
     std::vector<unsigned char> red(static_cast<size_t>(c.w) * c.h * 3, 0);
     for (size_t i = 0; i < red.size(); i += 3) red[i] = 255;
     ASSERT_NE(stbi_write_png(t.file("p.png").c_str(), c.w, c.h, 3, red.data(), c.w * 3), 0);
-    cairo_surface_t* s = platform::loadImage(t.file("p.png"), c.maxW, c.maxH);
-    ASSERT_NE(s, nullptr);
-    EXPECT_EQ(cairo_image_surface_get_width(s), c.shownW);
-    EXPECT_EQ(cairo_image_surface_get_height(s), c.shownH);
-    EXPECT_EQ(*reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(s)) & 0xFFFFFF, 0xFF0000u);
-    cairo_surface_destroy(s);
+    ASSERT_NE(stbi_write_jpg(t.file("p.jpg").c_str(), c.w, c.h, 3, red.data(), 95), 0);
+    for (const char* file : {"p.png", "p.jpg"}) {
+      cairo_surface_t* s = platform::loadImage(t.file(file), c.maxW, c.maxH);
+      ASSERT_NE(s, nullptr);
+      EXPECT_EQ(cairo_image_surface_get_width(s), c.shownW) << file;
+      EXPECT_EQ(cairo_image_surface_get_height(s), c.shownH) << file;
+      const uint32_t p = *reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(s));
+      EXPECT_NEAR(int(p >> 16 & 255) - int(p >> 8 & 255) - int(p & 255), 255, 12) << file;
+      cairo_surface_destroy(s);
+    }
   }
   const std::string png = testsupport::readFile(t.file("p.png"));
   for (const std::string& path : {t.file("missing.jpg"), t.write("empty.jpg", ""), t.write("text.png", "no picture"),
+                                  t.write("bad.jpg", "\xFF\xD8\xFF but no JPEG after all"),
                                   t.write("half.png", png.substr(0, png.size() / 2))}) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(platform::loadImage(path, 0, 0), nullptr) << path;

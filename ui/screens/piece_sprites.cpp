@@ -23,6 +23,7 @@ void PieceSprites::beginFrame(const core::Puzzle& puzzle, int tier) {
   pixelW_ = static_cast<int>(std::lround((puzzle.cellW + 2 * puzzle.pad) * scale));
   pixelH_ = static_cast<int>(std::lround((puzzle.cellH + 2 * puzzle.pad) * scale));
   budget_ = kFrameBudget;
+  stale_ = false;
   if (shown_.size() != puzzle.pieces.size()) {
     shown_.assign(puzzle.pieces.size(), Shown{});
     wanted_.assign(puzzle.pieces.size(), Wanted{});
@@ -53,14 +54,20 @@ SDL_Texture* PieceSprites::texture(const core::Puzzle& puzzle, const core::Piece
   SDL_Texture* tex = gpuCachedTexture(want, pixelW_, pixelH_);
   if (!tex) {
     SDL_Texture* old = shown.key.empty() ? nullptr : gpuCachedTexture(shown.key, shown.w, shown.h);
-    if (old && budget_ <= 0) return old;
+    if (old && budget_ <= 0) {
+      stale_ = true;
+      return old;
+    }
     // Painting at a higher tier is painting at a higher device scale.
     const double scale = gpuScale();
     gpuSetScale(scale * tier_);
     tex = pieceTexture(prefix_, puzzle, piece, picture(pictureUser), noOutline);
     gpuSetScale(scale);
     budget_ -= static_cast<long>(pixelW_) * pixelH_;
-    if (!tex) return old;
+    if (!tex) {
+      stale_ = old != nullptr;
+      return old;
+    }
   }
   if (shown.key != want) shown.key = want;
   shown.w = pixelW_;

@@ -32,6 +32,9 @@ class PieceSprites {
   SDL_Texture* thumbTexture(const core::Puzzle& puzzle, const core::Piece& piece,
                             cairo_surface_t* (*picture)(void*), void* pictureUser);
   int tier() const { return tier_; }
+  // True when some piece showed its previous texture this frame, so the
+  // frame does not yet look as it will once everything is repainted.
+  bool showedStale() const { return stale_; }
 
  private:
   struct Shown {
@@ -53,6 +56,7 @@ class PieceSprites {
   double keyedW_ = -1, keyedH_ = -1;
   std::string keyedPrefix_;
   long budget_ = kFrameBudget;
+  bool stale_ = false;
 };
 
 }  // namespace ui

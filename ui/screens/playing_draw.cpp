@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "ui/draw.h"
+#include "ui/frame.h"
 #include "ui/gpu.h"
 #include "ui/screens/playing_screen.h"
 #include "ui/textures/board_image.h"
@@ -91,7 +92,90 @@ void blitPiece(SDL_Texture* tex, const core::Piece& piece, double x, double y, d
   }
 }
 
+// FNV-1a, over the values that decide what the cached table shows.
+class Signature {
+ public:
+  template <typename T>
+  void add(const T& value) {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(&value);
+    for (size_t i = 0; i < sizeof(T); ++i) hash_ = (hash_ ^ bytes[i]) * 1099511628211ull;
+  }
+  void add(const store::OptColor& c) {
+    add(c.set);
+    add(c.rgb);
+  }
+  uint64_t value() const { return hash_; }
+
+ private:
+  uint64_t hash_ = 1469598103934665603ull;
+};
+
+struct TableDraw {
+  PlayingScreen* screen;
+  const store::Settings* settings;
+  const Rect* clip;
+  bool opaque;  // into the cached texture, which starts from the background
+  bool drawn;
+};
+
 }  // namespace
+
+uint64_t PlayingScreen::tableSignature(const Ctx& ctx, const store::Settings& settings, const Rect* clip) const {
+  Signature sig;
+  for (double v : {ctx.width, ctx.height, gpuScale(), view_.zoom, view_.offsetX, view_.offsetY, puzzle_.boardX,
+                   puzzle_.boardY, puzzle_.boardW, puzzle_.boardH, puzzle_.cellW, puzzle_.cellH}) {
+    sig.add(v);
+  }
+  if (clip) {
+    for (double v : {clip->x, clip->y, clip->w, clip->h}) sig.add(v);
+  }
+  for (const store::OptColor& c : {settings.bgColor, settings.boardColor, settings.gridColor}) sig.add(c);
+  sig.add(settings.hideConnectedBorder);
+  sig.add(held_);
+  sig.add(sprites_.tier());
+  for (const core::Piece& p : puzzle_.pieces) {
+    if (p.inTray || (held_ >= 0 && &p == &puzzle_.pieces[held_])) continue;
+    for (double v : {p.restX, p.restY}) sig.add(v);
+    for (int32_t v : {p.rotation, p.z, p.row * puzzle_.cols + p.col}) sig.add(v);
+    sig.add(p.placed);
+  }
+  return sig.value();
+}
+
+// The board and every piece not in hand, drawn into one opaque texture the
+// size of the window that is copied over it without blending: while nothing
+// on the table moves (the piece in hand is drawn apart), a frame costs one
+// copy instead of blending the board and every piece again. The texture is
+// drawn again whenever its signature changes, and while some piece still
+// shows an outdated texture.
+void PlayingScreen::drawTable(const Ctx& ctx, const store::Settings& settings, const Rect* clip) {
+  const DrawFn draw = [](void* user) {
+    auto& t = *static_cast<TableDraw*>(user);
+    if (t.opaque) {
+      const uint32_t bg = backgroundRgb();
+      SDL_SetRenderDrawColor(gpuRenderer(), (bg >> 16) & 255, (bg >> 8) & 255, bg & 255, 255);
+      SDL_RenderClear(gpuRenderer());
+      t.drawn = true;
+    }
+    if (t.clip) gpuSetClip(t.clip->x, t.clip->y, t.clip->w, t.clip->h);
+    t.screen->drawBoard(*t.settings);
+    t.screen->drawPieces(*t.settings, false);
+    gpuClearClip();
+  };
+  TableDraw job{this, &settings, clip, false, false};
+  if (!gpuCaching()) return draw(&job);
+  const uint64_t signature = tableSignature(ctx, settings, clip);
+  const int pw = static_cast<int>(std::lround(ctx.width * gpuScale()));
+  const int ph = static_cast<int>(std::lround(ctx.height * gpuScale()));
+  job.opaque = true;
+  SDL_Texture* tex = gpuRenderTarget("table@playing", pw, ph, draw, &job, signature != tableDrawn_);
+  if (!tex) {
+    job.opaque = false;
+    return draw(&job);
+  }
+  if (job.drawn) tableDrawn_ = sprites_.showedStale() ? signature + 1 : signature;
+  gpuBlitOpaque(tex, 0, 0, ctx.width, ctx.height);
+}
 
 void PlayingScreen::drawBoard(const store::Settings& settings) {
   BoardPaint b;

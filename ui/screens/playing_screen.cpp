@@ -5,6 +5,7 @@
 #include "audio/audio.h"
 #include "i18n/i18n.h"
 #include "store/store.h"
+#include "ui/frame_layer.h"
 #include "ui/gpu.h"
 #include "ui/screens/screens.h"
 #include "ui/widgets/dialog.h"
@@ -99,6 +100,9 @@ bool PlayingScreen::piecesGliding() const {
 }
 
 void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {
+  // Everything this screen puts on the frame layer is drawn by the widget
+  // kit's primitives, which report where.
+  layerTrackDamage();
   easePieces(ctx.dt);
   if (!paused_) {
     // Piece textures are painted at twice the resolution from 150 % zoom on.
@@ -107,13 +111,8 @@ void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {
     // is zoomed: the strips lie on top, where their clicks go. Only the
     // piece in hand is carried over them.
     const bool strips = puzzle_.layoutMode == store::BoardLayout::ScrollTray;
-    if (strips) {
-      const Rect table = tray_.table(ctx.width, ctx.height, headerH_);
-      gpuSetClip(table.x, table.y, table.w, table.h);
-    }
-    drawBoard(settings);
-    drawPieces(settings, false);
-    gpuClearClip();
+    const Rect table = strips ? tray_.table(ctx.width, ctx.height, headerH_) : Rect{};
+    drawTable(ctx, settings, strips ? &table : nullptr);
     if (strips) drawTray(settings);
     drawPieces(settings, true);
   }

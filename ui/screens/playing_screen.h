@@ -72,6 +72,9 @@ class PlayingScreen : public Screen {
   bool zoomEnabled(const store::Settings& settings) const;
 
   // Drawing (playing_draw.cpp).
+  // The board and the pieces at rest, cached while nothing on them changes.
+  void drawTable(const Ctx& ctx, const store::Settings& settings, const Rect* clip);
+  uint64_t tableSignature(const Ctx& ctx, const store::Settings& settings, const Rect* clip) const;
   void drawBoard(const store::Settings& settings);
   // The pieces on the table, or only the piece in hand.
   void drawPieces(const store::Settings& settings, bool held);
@@ -92,6 +95,7 @@ class PlayingScreen : public Screen {
   TrayStrips tray_;
   PieceSprites sprites_;
   std::vector<const core::Piece*> drawOrder_;  // kept across frames
+  uint64_t tableDrawn_ = 0;  // the signature of the table in its cached texture
 
   double headerH_ = 0;
   bool first_ = true;

@@ -1,6 +1,7 @@
 #include "ui/textures/level_thumb.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/catalog.h"
 #include "platform/image.h"
@@ -23,9 +24,14 @@ void paintThumb(cairo_t* cr, void* user) {
   cairo_set_source_rgb(cr, 0, 0, 0);
   cairo_rectangle(cr, 0, 0, req->w, req->h);
   cairo_fill(cr);
-  // Twice the thumbnail size gives the area-mean reduction room for a clean
-  // downscale; the decoded picture is dropped right after painting.
-  cairo_surface_t* pic = platform::loadImage(req->path, 2 * req->w, 2 * req->h);
+  // Decoded just large enough to cover the thumbnail (a JPEG is reduced
+  // while decoding, then by area mean, which downscales cleanly); dropped
+  // right after painting.
+  int fullW = 0, fullH = 0;
+  if (!platform::imageSize(req->path, &fullW, &fullH) || fullW < 1 || fullH < 1) return;
+  const double cover = std::max(static_cast<double>(req->w) / fullW, static_cast<double>(req->h) / fullH);
+  cairo_surface_t* pic = platform::loadImage(req->path, static_cast<int>(std::ceil(fullW * cover)),
+                                             static_cast<int>(std::ceil(fullH * cover)));
   if (!pic) return;
   const int iw = cairo_image_surface_get_width(pic), ih = cairo_image_surface_get_height(pic);
   if (iw > 0 && ih > 0) {

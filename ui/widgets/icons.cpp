@@ -25,7 +25,7 @@ void fillTriangle(cairo_t* cr, Point a, Point b, Point c) {
   cairo_line_to(cr, b.x, b.y);
   cairo_line_to(cr, c.x, c.y);
   cairo_close_path(cr);
-  cairo_fill(cr);
+  fillPath(cr);
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ void drawShuffleIcon(cairo_t* cr, double cx, double cy, double size, uint32_t rg
     cairo_new_path(cr);
     cairo_move_to(cr, cx - h, from);
     cairo_curve_to(cr, cx - 0.2 * h, from, cx + 0.2 * h, to, cx + 0.75 * h, to);
-    cairo_stroke(cr);
+    strokePath(cr);
   }
   for (double y : {top, bottom}) {
     fillTriangle(cr, {cx + 0.35 * h, y - 0.3 * h}, {cx + 0.8 * h, y}, {cx + 0.35 * h, y + 0.3 * h});
@@ -71,7 +71,7 @@ void drawLockIcon(cairo_t* cr, double cx, double cy, double size, uint32_t rgb, 
   cairo_set_line_width(cr, std::max(0.1 * size, 1.6));
   cairo_new_path(cr);
   cairo_arc(cr, cx, body.y - 0.02 * size, 0.32 * body.w, M_PI, 2 * M_PI);
-  cairo_stroke(cr);
+  strokePath(cr);
   fillCircle(cr, cx, body.y + body.h * 0.5, 0.075 * size, kColorBackground, alpha);
   cairo_restore(cr);
 }
