@@ -39,6 +39,12 @@ int64_t fileSize(const std::string& path) {
   return static_cast<int64_t>(st.st_size);
 }
 
+int64_t modifiedNs(const std::string& path) {
+  struct stat st;
+  if (path.empty() || ::stat(path.c_str(), &st) != 0) return -1;
+  return static_cast<int64_t>(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
+}
+
 bool remove(const std::string& path) {
   return !path.empty() && std::remove(path.c_str()) == 0;
 }

@@ -39,7 +39,6 @@ std::unique_ptr<Screen> placeholder(const char* kind) { return std::make_unique<
 
 std::unique_ptr<Screen> makeSplashScreen() { return placeholder("Splash"); }
 std::unique_ptr<Screen> makeMenuScreen() { return placeholder("Menu"); }
-std::unique_ptr<Screen> makeLevelSelectScreen() { return placeholder("LevelSelect"); }
 std::unique_ptr<Screen> makeSolvedScreen(std::string levelId, int rows, int cols, int64_t elapsedMs) {
   return placeholder(("Solved " + levelId + " " + std::to_string(rows) + "x" + std::to_string(cols) + " " +
                       std::to_string(elapsedMs) + " ms")

@@ -1,46 +1,127 @@
 #include "ui/textures/level_thumb.h"
 
 #include <algorithm>
+#include <chrono>
+#include <memory>
+#include <set>
 
 #include "core/catalog.h"
+#include "platform/fs.h"
 #include "platform/image.h"
+#include "platform/paths.h"
 #include "ui/gpu.h"
+#include "ui/textures/thumb_cache.h"
 
 namespace ui {
 
 namespace {
 
-struct ThumbRequest {
-  std::string path;
-  int w, h;
+// A frame paints from photographs only until this much of it has gone, and
+// reads cached files until the longer bound: a window full of cached cards
+// fills in its first frame.
+constexpr double kPaintBudgetMs = 10;
+constexpr double kCachedBudgetMs = 60;
+
+using Clock = std::chrono::steady_clock;
+
+struct State {
+  std::string dir;         // where painted thumbnails are kept; "" when unusable
+  bool dirChecked = false;
+  bool writable = true;  // until a write fails: then painting goes on without storing
+  std::set<std::string> missing;  // keys with no usable entry on disk this run
+  Clock::time_point frameStart = Clock::now();
+  int paintedThisFrame = 0;
+  int pending = 0;
+  double paintMs = 0;  // a recent painting's cost, smoothed
 };
 
-// The painter draws in the same numbers the caller passed as pixels while
-// the texture carries the HiDPI device scale; at scale 1 the picture exactly
-// fills the texture.
-void paintThumb(cairo_t* cr, void* user) {
-  const auto* req = static_cast<const ThumbRequest*>(user);
+State& state() {
+  static State s;
+  return s;
+}
+
+const std::string& cacheDir() {
+  State& s = state();
+  if (!s.dirChecked) {
+    s.dirChecked = true;
+    const std::string dir = paths::cacheDir() + "/thumbs";
+    if (!paths::cacheDir().empty() && platform::fs::ensureDir(dir)) s.dir = dir;
+  }
+  return s.dir;
+}
+
+struct SurfaceDeleter {
+  void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
+};
+using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
+
+// Paints the picture at `path` cropped to fill w x h, over black; false when
+// it could not be read (the thumbnail then stays black).
+bool paintThumb(cairo_t* cr, const std::string& path, int w, int h) {
   cairo_set_source_rgb(cr, 0, 0, 0);
-  cairo_rectangle(cr, 0, 0, req->w, req->h);
+  cairo_rectangle(cr, 0, 0, w, h);
   cairo_fill(cr);
   // Twice the thumbnail size gives the area-mean reduction room for a clean
   // downscale; the decoded picture is dropped right after painting.
-  cairo_surface_t* pic = platform::loadImage(req->path, 2 * req->w, 2 * req->h);
-  if (!pic) return;
-  const int iw = cairo_image_surface_get_width(pic), ih = cairo_image_surface_get_height(pic);
+  SurfacePtr pic(platform::loadImage(path, 2 * w, 2 * h));
+  if (!pic) return false;
+  const int iw = cairo_image_surface_get_width(pic.get()), ih = cairo_image_surface_get_height(pic.get());
   if (iw > 0 && ih > 0) {
-    const double s = std::max(static_cast<double>(req->w) / iw, static_cast<double>(req->h) / ih);
+    const double s = std::max(static_cast<double>(w) / iw, static_cast<double>(h) / ih);
     cairo_save(cr);
-    cairo_rectangle(cr, 0, 0, req->w, req->h);
+    cairo_rectangle(cr, 0, 0, w, h);
     cairo_clip(cr);
-    cairo_translate(cr, (req->w - iw * s) * 0.5, (req->h - ih * s) * 0.5);
+    cairo_translate(cr, (w - iw * s) * 0.5, (h - ih * s) * 0.5);
     cairo_scale(cr, s, s);
-    cairo_set_source_surface(cr, pic, 0, 0);
+    cairo_set_source_surface(cr, pic.get(), 0, 0);
     cairo_pattern_set_filter(cairo_get_source(cr), CAIRO_FILTER_GOOD);
     cairo_paint(cr);
     cairo_restore(cr);
   }
-  cairo_surface_destroy(pic);
+  return true;
+}
+
+// The painted picture, w x h pixels, as the disk keeps it.
+SurfacePtr paintedPicture(const std::string& key, const std::string& path, int w, int h) {
+  SurfacePtr pic(cairo_image_surface_create(CAIRO_FORMAT_RGB24, w, h));
+  cairo_t* cr = cairo_create(pic.get());
+  const bool loaded = paintThumb(cr, path, w, h);
+  cairo_destroy(cr);
+  State& s = state();
+  if (loaded && s.writable && !cacheDir().empty()) s.writable = storeCachedThumb(s.dir, key, path, pic.get());
+  s.missing.erase(key);
+  return pic;
+}
+
+SurfacePtr cachedPicture(const std::string& key, const std::string& path, int w, int h) {
+  State& s = state();
+  if (cacheDir().empty() || s.missing.count(key)) return nullptr;
+  SurfacePtr pic(loadCachedThumb(s.dir, key, path, w, h));
+  if (!pic) s.missing.insert(key);
+  return pic;
+}
+
+// The painter draws in the same numbers the caller passed as pixels while
+// the texture carries the HiDPI device scale; at scale 1 the picture exactly
+// fills the texture.
+void blitPicture(cairo_t* cr, void* user) {
+  cairo_set_source_surface(cr, static_cast<cairo_surface_t*>(user), 0, 0);
+  cairo_paint(cr);
+}
+
+SDL_Texture* upload(const std::string& key, cairo_surface_t* pic, int w, int h) {
+  return gpuTexture(key, w, h, blitPicture, pic);
+}
+
+double msSince(Clock::time_point t) { return std::chrono::duration<double, std::milli>(Clock::now() - t).count(); }
+
+// Another painting from a photograph fits this frame: the first one always
+// does while the budget lasts, later ones when their expected cost fits too.
+bool paintFits(bool visible) {
+  const State& s = state();
+  const double used = msSince(s.frameStart);
+  if (!visible && s.pending > 0) return false;
+  return s.paintedThisFrame == 0 ? used < kPaintBudgetMs : used + s.paintMs <= kPaintBudgetMs;
 }
 
 }  // namespace
@@ -52,8 +133,43 @@ std::string levelThumbKey(const std::string& levelId, bool blurred, int w, int h
 SDL_Texture* levelThumb(const std::string& levelId, bool blurred, int w, int h) {
   const core::Level* level = core::levelById(levelId);
   if (w < 1 || h < 1 || !level) return nullptr;
-  ThumbRequest req{blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level), w, h};
-  return gpuTexture(levelThumbKey(levelId, blurred, w, h), w, h, paintThumb, &req);
+  const std::string key = levelThumbKey(levelId, blurred, w, h);
+  if (SDL_Texture* tex = gpuCachedTexture(key, w, h)) return tex;
+  const std::string path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
+  SurfacePtr pic = cachedPicture(key, path, w, h);
+  if (!pic) pic = paintedPicture(key, path, w, h);
+  return upload(key, pic.get(), w, h);
 }
+
+void thumbsBeginFrame() {
+  State& s = state();
+  s.frameStart = Clock::now();
+  s.paintedThisFrame = 0;
+  s.pending = 0;
+}
+
+SDL_Texture* levelThumbInBudget(const std::string& levelId, bool blurred, int w, int h, bool visible) {
+  const core::Level* level = core::levelById(levelId);
+  if (w < 1 || h < 1 || !level) return nullptr;
+  const std::string key = levelThumbKey(levelId, blurred, w, h);
+  if (SDL_Texture* tex = gpuCachedTexture(key, w, h)) return tex;
+  State& s = state();
+  const std::string path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
+  if (msSince(s.frameStart) < (visible ? kCachedBudgetMs : kPaintBudgetMs)) {
+    if (SurfacePtr pic = cachedPicture(key, path, w, h)) return upload(key, pic.get(), w, h);
+  }
+  if (!paintFits(visible)) {
+    s.pending += visible ? 1 : 0;
+    return nullptr;
+  }
+  const Clock::time_point start = Clock::now();
+  SurfacePtr pic = paintedPicture(key, path, w, h);
+  const double ms = msSince(start);
+  s.paintMs = s.paintMs > 0 ? 0.5 * (s.paintMs + ms) : ms;
+  ++s.paintedThisFrame;
+  return upload(key, pic.get(), w, h);
+}
+
+int thumbsPending() { return state().pending; }
 
 }  // namespace ui
