@@ -1,0 +1,81 @@
+// The level select as a player meets it, through the game's own frame
+// function: the grid's columns, the chips of the level in progress and the
+// explanation a locked level gives.
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <tuple>
+
+#include "i18n/i18n.h"
+#include "store/store.h"
+#include "tests/support/frame_driver.h"
+#include "ui/widgets/trace.h"
+
+namespace {
+
+using testsupport::FrameDriver;
+
+// One frame of the level select, traced; the chips labelled `label`, card by card.
+std::vector<ui::TracedWidget> chips(FrameDriver& driver, const std::string& label) {
+  ui::setWidgetTracing(true);
+  ui::widgetTrace().clear();
+  driver.idle(FrameDriver::kStep);
+  std::vector<ui::TracedWidget> out;
+  for (const ui::TracedWidget& w : ui::widgetTrace()) {
+    if (w.label == label) out.push_back(w);
+  }
+  return out;
+}
+
+void openLevelSelect() {
+  ui::GameState s;
+  s.screen = ui::ScreenKind::LevelSelect;
+  ui::Game::instance().resetTo(s);
+}
+
+void click(FrameDriver& driver, const ui::TracedWidget& w) { driver.click(w.rect.x + 5, w.rect.y + 5); }
+
+TEST(LevelSelect, TheWindowWidthGivesOneToFourColumns) {
+  for (const auto& [width, columns] : {std::pair{759, 1}, {760, 2}, {1099, 2}, {1100, 3}, {1500, 4}}) {
+    FrameDriver driver(width, 900);
+    openLevelSelect();
+    std::set<double> lefts;
+    for (const ui::TracedWidget& chip : chips(driver, "5\xC3\x97" "6")) lefts.insert(chip.rect.x);
+    EXPECT_EQ(lefts.size(), static_cast<size_t>(columns)) << width;
+  }
+}
+
+// Level 1 is in progress at 5 x 6: its own chip resumes the saved puzzle,
+// any other discards it, without a question.
+TEST(LevelSelect, AnotherDifficultyOfTheLevelInProgressDiscardsTheSave) {
+  FrameDriver driver(1280, 800);
+  for (const auto& [label, cols, kept] : {std::tuple{"5\xC3\x97" "6", 6, true}, {"6\xC3\x97" "7", 7, false}}) {
+    store::SavedPuzzle saved;
+    saved.imageId = "level1", saved.rows = 5, saved.cols = 6;
+    store::savePuzzle(saved);
+    openLevelSelect();
+    click(driver, chips(driver, label).at(0));
+    const ui::GameState& top = driver.game().top();
+    EXPECT_EQ(top.screen, ui::ScreenKind::Playing);
+    EXPECT_TRUE(top.levelId == "level1" && top.rows == cols - 1 && top.cols == cols) << label;
+    EXPECT_EQ(store::currentPuzzle().valid, kept) << label;
+  }
+}
+
+// A chip of locked level 2 names level 1 as the way to open it; while the
+// explanation shows, Escape closes it rather than leaving the screen.
+TEST(LevelSelect, ALockedLevelExplainsWhichLevelOpensIt) {
+  FrameDriver driver(1280, 800);
+  openLevelSelect();
+  click(driver, chips(driver, "7\xC3\x97" "8").at(1));
+  const std::string message = i18n::tr("levels.lockedMessage", {{"prev", "1"}, {"level", "2"}});
+  EXPECT_EQ(chips(driver, message).size(), 1u);
+  driver.key(SDLK_ESCAPE);
+  EXPECT_TRUE(chips(driver, message).empty());
+  EXPECT_EQ(driver.game().top().screen, ui::ScreenKind::LevelSelect);
+  driver.key(SDLK_ESCAPE);
+  EXPECT_EQ(driver.game().top().screen, ui::ScreenKind::Menu);
+}
+
+}  // namespace
