@@ -92,7 +92,7 @@ void drawBadge(cairo_t* cr, const Rect& card, int number) {
 }
 
 void drawLockCover(cairo_t* cr, const Rect& thumb) {
-  fillRect(cr, thumb, 0x000000, 0.6);
+  gpuFillRect(thumb.x, thumb.y, thumb.w, thumb.h, 0x000000, 0.6);
   const double cx = thumb.x + thumb.w * 0.5, cy = thumb.y + thumb.h * 0.5;
   drawLockIcon(cr, cx, cy - 16, 44, kColorText, 1.0);
   TextStyle style;
@@ -172,14 +172,17 @@ class LevelSelectScreen : public Screen {
   }
 
   void drawCard(Ctx& ctx, const core::LevelProgress& e, const Rect& card, double thumbH) {
+    // The large fills go to the GPU layer, beneath the cairo layer's
+    // corners, outline, badge, lock and chips: the renderer blends them far
+    // more cheaply than cairo would across the whole grid.
     const Rect thumb{card.x, card.y, card.w, thumbH};
     if (SDL_Texture* tex = thumbnail(e, card.w, thumbH, true)) {
       gpuBlit(tex, thumb.x, thumb.y, thumb.w, thumb.h, 1.0);
     } else {
       gpuFillRect(thumb.x, thumb.y, thumb.w, thumb.h, kColorPanel, 1.0);
     }
+    gpuFillRect(card.x, card.y + thumbH, card.w, card.h - thumbH, kColorPanel, 1.0);
     cairo_t* cr = ctx.cr;
-    fillRect(cr, Rect{card.x, card.y + thumbH, card.w, card.h - thumbH}, kColorPanel, 1.0);
     if (e.locked) drawLockCover(cr, thumb);
     roundCorners(cr, card);
     strokeRoundedRect(cr, card, 14, e.inProgress ? 2.0 : 1.0, outlineColor(e), 1.0);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <memory>
 #include <set>
+#include <vector>
 
 #include "core/catalog.h"
 #include "platform/fs.h"
@@ -16,23 +17,37 @@ namespace ui {
 
 namespace {
 
-// A frame paints from photographs only until this much of it has gone, and
-// reads cached files until the longer bound: a window full of cached cards
-// fills in its first frame.
+// Each frame spends at most this long painting from photographs, and at
+// most the longer bound reading thumbnails kept on disk: a window full of
+// cached cards fills in its first frame. The first of either kind always
+// goes ahead, so every frame makes progress however slow the machine.
 constexpr double kPaintBudgetMs = 10;
 constexpr double kCachedBudgetMs = 60;
 
 using Clock = std::chrono::steady_clock;
+
+struct SurfaceDeleter {
+  void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
+};
+using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
+
+// A painted thumbnail waiting to be written to disk.
+struct Unwritten {
+  std::string key, path;
+  SurfacePtr pic;
+};
 
 struct State {
   std::string dir;         // where painted thumbnails are kept; "" when unusable
   bool dirChecked = false;
   bool writable = true;  // until a write fails: then painting goes on without storing
   std::set<std::string> missing;  // keys with no usable entry on disk this run
-  Clock::time_point frameStart = Clock::now();
-  int paintedThisFrame = 0;
+  // Writing an entry costs about as much as decoding a small picture, so
+  // the grids leave it to frames with nothing left to show.
+  std::vector<Unwritten> unwritten;
+  double paintedMs = 0, readMs = 0;  // spent this frame
   int pending = 0;
-  double paintMs = 0;  // a recent painting's cost, smoothed
+  double paintMs = kPaintBudgetMs;  // a recent painting's cost, smoothed; pessimistic at first
 };
 
 State& state() {
@@ -49,11 +64,6 @@ const std::string& cacheDir() {
   }
   return s.dir;
 }
-
-struct SurfaceDeleter {
-  void operator()(cairo_surface_t* s) const { cairo_surface_destroy(s); }
-};
-using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
 
 // Paints the picture at `path` cropped to fill w x h, over black; false when
 // it could not be read (the thumbnail then stays black).
@@ -81,15 +91,26 @@ bool paintThumb(cairo_t* cr, const std::string& path, int w, int h) {
   return true;
 }
 
-// The painted picture, w x h pixels, as the disk keeps it.
-SurfacePtr paintedPicture(const std::string& key, const std::string& path, int w, int h) {
+void store(const Unwritten& entry) {
+  State& s = state();
+  if (s.writable && !cacheDir().empty()) s.writable = storeCachedThumb(s.dir, entry.key, entry.path, entry.pic.get());
+  s.missing.erase(entry.key);
+}
+
+// The painted picture, w x h pixels, as the disk keeps it; stored now, or
+// queued for a quieter frame.
+SurfacePtr paintedPicture(const std::string& key, const std::string& path, int w, int h, bool storeNow) {
   SurfacePtr pic(cairo_image_surface_create(CAIRO_FORMAT_RGB24, w, h));
   cairo_t* cr = cairo_create(pic.get());
   const bool loaded = paintThumb(cr, path, w, h);
   cairo_destroy(cr);
-  State& s = state();
-  if (loaded && s.writable && !cacheDir().empty()) s.writable = storeCachedThumb(s.dir, key, path, pic.get());
-  s.missing.erase(key);
+  if (!loaded) return pic;
+  Unwritten entry{key, path, SurfacePtr(cairo_surface_reference(pic.get()))};
+  if (storeNow) {
+    store(entry);
+  } else {
+    state().unwritten.push_back(std::move(entry));
+  }
   return pic;
 }
 
@@ -116,12 +137,12 @@ SDL_Texture* upload(const std::string& key, cairo_surface_t* pic, int w, int h) 
 double msSince(Clock::time_point t) { return std::chrono::duration<double, std::milli>(Clock::now() - t).count(); }
 
 // Another painting from a photograph fits this frame: the first one always
-// does while the budget lasts, later ones when their expected cost fits too.
+// does, later ones while their expected cost fits what is left.
+// Cards off screen wait for every visible one and never overrun the budget.
 bool paintFits(bool visible) {
   const State& s = state();
-  const double used = msSince(s.frameStart);
-  if (!visible && s.pending > 0) return false;
-  return s.paintedThisFrame == 0 ? used < kPaintBudgetMs : used + s.paintMs <= kPaintBudgetMs;
+  if (!visible) return s.pending == 0 && s.paintedMs + s.paintMs <= kPaintBudgetMs;
+  return s.paintedMs == 0 || s.paintedMs + s.paintMs <= kPaintBudgetMs;
 }
 
 }  // namespace
@@ -137,14 +158,21 @@ SDL_Texture* levelThumb(const std::string& levelId, bool blurred, int w, int h) 
   if (SDL_Texture* tex = gpuCachedTexture(key, w, h)) return tex;
   const std::string path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
   SurfacePtr pic = cachedPicture(key, path, w, h);
-  if (!pic) pic = paintedPicture(key, path, w, h);
+  if (!pic) pic = paintedPicture(key, path, w, h, true);
   return upload(key, pic.get(), w, h);
 }
 
 void thumbsBeginFrame() {
   State& s = state();
-  s.frameStart = Clock::now();
-  s.paintedThisFrame = 0;
+  s.paintedMs = s.readMs = 0;
+  // Entries are written once the last frame showed every visible card,
+  // within the painting budget.
+  const Clock::time_point start = Clock::now();
+  while (s.pending == 0 && !s.unwritten.empty() && s.paintedMs < kPaintBudgetMs) {
+    store(s.unwritten.back());
+    s.unwritten.pop_back();
+    s.paintedMs = msSince(start);
+  }
   s.pending = 0;
 }
 
@@ -155,18 +183,21 @@ SDL_Texture* levelThumbInBudget(const std::string& levelId, bool blurred, int w,
   if (SDL_Texture* tex = gpuCachedTexture(key, w, h)) return tex;
   State& s = state();
   const std::string path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
-  if (msSince(s.frameStart) < (visible ? kCachedBudgetMs : kPaintBudgetMs)) {
-    if (SurfacePtr pic = cachedPicture(key, path, w, h)) return upload(key, pic.get(), w, h);
+  if (s.readMs < (visible ? kCachedBudgetMs : kPaintBudgetMs)) {
+    const Clock::time_point start = Clock::now();
+    SurfacePtr pic = cachedPicture(key, path, w, h);
+    s.readMs += msSince(start);
+    if (pic) return upload(key, pic.get(), w, h);
   }
   if (!paintFits(visible)) {
     s.pending += visible ? 1 : 0;
     return nullptr;
   }
   const Clock::time_point start = Clock::now();
-  SurfacePtr pic = paintedPicture(key, path, w, h);
+  SurfacePtr pic = paintedPicture(key, path, w, h, false);
   const double ms = msSince(start);
   s.paintMs = s.paintMs > 0 ? 0.5 * (s.paintMs + ms) : ms;
-  ++s.paintedThisFrame;
+  s.paintedMs += ms;
   return upload(key, pic.get(), w, h);
 }
 
