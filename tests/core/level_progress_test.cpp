@@ -8,10 +8,7 @@ namespace {
 
 store::SolveEntry solve(const char* level, int difficulty) {
   const core::DifficultyDef& d = core::difficulties()[difficulty];
-  store::SolveEntry e;
-  e.imageId = level;
-  e.rows = d.rows, e.cols = d.cols;
-  return e;
+  return store::SolveEntry{"", level, d.rows, d.cols, 0, 0};
 }
 
 // 'L' for each locked level of the first six, '.' for an open one.
@@ -33,19 +30,15 @@ TEST(LevelProgress, EachSolvedLevelOpensTheNextOneOnly) {
 // once the hardest of all is solved; the saved puzzle marks its level and
 // difficulty, whatever else is solved.
 TEST(LevelProgress, SuggestsTheNextHarderDifficultyAndMarksTheSavedOne) {
-  struct Case {
-    std::vector<int> solved;
-    int suggested;
-  };
-  const Case kCases[] = {{{}, 0}, {{0}, 1}, {{3, 1}, 4}, {{5}, -1}, {{0, 1, 2, 3, 4, 5}, -1}};
+  const std::pair<std::set<int>, int> kCases[] = {{{}, 0}, {{0}, 1}, {{3, 1}, 4}, {{5}, -1}, {{0, 1, 2, 3, 4, 5}, -1}};
   store::SavedPuzzle saved;
   saved.valid = true, saved.imageId = "level2", saved.rows = 7, saved.cols = 8;
-  for (const Case& c : kCases) {
+  for (const auto& [solved, suggested] : kCases) {
     std::vector<store::SolveEntry> solves = {solve("level1", 4)};
-    for (int d : c.solved) solves.push_back(solve("level2", d));
+    for (int d : solved) solves.push_back(solve("level2", d));
     const std::vector<core::LevelProgress> p = core::levelProgress(solves, saved);
-    EXPECT_EQ(p[1].suggested, c.suggested) << testing::PrintToString(c.solved);
-    EXPECT_EQ(p[1].solved, std::set<int>(c.solved.begin(), c.solved.end()));
+    EXPECT_EQ(p[1].suggested, suggested) << testing::PrintToString(solved);
+    EXPECT_EQ(p[1].solved, solved);
     EXPECT_TRUE(p[1].inProgress && p[1].savedDifficulty == 2 && !p[0].inProgress && p[0].savedDifficulty == -1);
   }
 }

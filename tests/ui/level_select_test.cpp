@@ -1,6 +1,5 @@
-// The level select as a player meets it, through the game's own frame
-// function: the grid's columns, the chips of the level in progress and the
-// explanation a locked level gives.
+// The level select played through the game's own frame function: columns,
+// the chips of the level in progress, the explanation of a locked level.
 #include <SDL.h>
 #include <gtest/gtest.h>
 
@@ -16,8 +15,10 @@ namespace {
 
 using testsupport::FrameDriver;
 
-// One frame of the level select, traced; the chips labelled `label`, card by card.
-std::vector<ui::TracedWidget> chips(FrameDriver& driver, const std::string& label) {
+// Opens the level select when asked, runs one traced frame and returns
+// the widgets labelled `label`, card by card.
+std::vector<ui::TracedWidget> traced(FrameDriver& driver, const std::string& label, bool open = false) {
+  if (open) ui::Game::instance().resetTo(ui::GameState{ui::ScreenKind::LevelSelect, "", 0, 0, 0});
   ui::setWidgetTracing(true);
   ui::widgetTrace().clear();
   driver.idle(FrameDriver::kStep);
@@ -28,37 +29,29 @@ std::vector<ui::TracedWidget> chips(FrameDriver& driver, const std::string& labe
   return out;
 }
 
-void openLevelSelect() {
-  ui::GameState s;
-  s.screen = ui::ScreenKind::LevelSelect;
-  ui::Game::instance().resetTo(s);
-}
-
-void click(FrameDriver& driver, const ui::TracedWidget& w) { driver.click(w.rect.x + 5, w.rect.y + 5); }
-
 TEST(LevelSelect, TheWindowWidthGivesOneToFourColumns) {
   for (const auto& [width, columns] : {std::pair{759, 1}, {760, 2}, {1099, 2}, {1100, 3}, {1500, 4}}) {
     FrameDriver driver(width, 900);
-    openLevelSelect();
     std::set<double> lefts;
-    for (const ui::TracedWidget& chip : chips(driver, "5\xC3\x97" "6")) lefts.insert(chip.rect.x);
+    for (const ui::TracedWidget& chip : traced(driver, "5\xC3\x97" "6", true)) lefts.insert(chip.rect.x);
     EXPECT_EQ(lefts.size(), static_cast<size_t>(columns)) << width;
   }
 }
 
-// Level 1 is in progress at 5 x 6: its own chip resumes the saved puzzle,
-// any other discards it, without a question.
+// Level 1 is in progress at 5 x 6: that chip resumes the saved puzzle, any
+// other discards it without a question.
 TEST(LevelSelect, AnotherDifficultyOfTheLevelInProgressDiscardsTheSave) {
   FrameDriver driver(1280, 800);
   for (const auto& [label, cols, kept] : {std::tuple{"5\xC3\x97" "6", 6, true}, {"6\xC3\x97" "7", 7, false}}) {
     store::SavedPuzzle saved;
     saved.imageId = "level1", saved.rows = 5, saved.cols = 6;
     store::savePuzzle(saved);
-    openLevelSelect();
-    click(driver, chips(driver, label).at(0));
+    const ui::Rect chip = traced(driver, label, true).at(0).rect;
+    driver.click(chip.x + 5, chip.y + 5);
     const ui::GameState& top = driver.game().top();
-    EXPECT_EQ(top.screen, ui::ScreenKind::Playing);
-    EXPECT_TRUE(top.levelId == "level1" && top.rows == cols - 1 && top.cols == cols) << label;
+    EXPECT_TRUE(top.screen == ui::ScreenKind::Playing && top.levelId == "level1" && top.rows == cols - 1 &&
+                top.cols == cols)
+        << label;
     EXPECT_EQ(store::currentPuzzle().valid, kept) << label;
   }
 }
@@ -67,13 +60,12 @@ TEST(LevelSelect, AnotherDifficultyOfTheLevelInProgressDiscardsTheSave) {
 // explanation shows, Escape closes it rather than leaving the screen.
 TEST(LevelSelect, ALockedLevelExplainsWhichLevelOpensIt) {
   FrameDriver driver(1280, 800);
-  openLevelSelect();
-  click(driver, chips(driver, "7\xC3\x97" "8").at(1));
+  const ui::Rect chip = traced(driver, "7\xC3\x97" "8", true).at(1).rect;
+  driver.click(chip.x + 5, chip.y + 5);
   const std::string message = i18n::tr("levels.lockedMessage", {{"prev", "1"}, {"level", "2"}});
-  EXPECT_EQ(chips(driver, message).size(), 1u);
+  EXPECT_EQ(traced(driver, message).size(), 1u);
   driver.key(SDLK_ESCAPE);
-  EXPECT_TRUE(chips(driver, message).empty());
-  EXPECT_EQ(driver.game().top().screen, ui::ScreenKind::LevelSelect);
+  EXPECT_TRUE(traced(driver, message).empty());
   driver.key(SDLK_ESCAPE);
   EXPECT_EQ(driver.game().top().screen, ui::ScreenKind::Menu);
 }
