@@ -17,12 +17,16 @@ namespace ui {
 
 namespace {
 
-// Each frame spends at most this long painting from photographs, and at
-// most the longer bound reading thumbnails kept on disk: a window full of
-// cached cards fills in its first frame. The first of either kind always
-// goes ahead, so every frame makes progress however slow the machine.
+// Each frame spends at most this long painting from photographs (the first
+// painting always goes ahead, so every frame makes progress however slow
+// the machine) and as long again reading thumbnails of cards off screen
+// kept on disk. Visible cards are read from disk without a bound: a
+// window's worth costs a few milliseconds and fills in the first frame.
 constexpr double kPaintBudgetMs = 10;
-constexpr double kCachedBudgetMs = 60;
+// Painted thumbnails waiting for their turn to be written: a window being
+// resized paints a size every frame and most are never needed again, so
+// only the newest wait.
+constexpr size_t kMaxUnwritten = 32;
 
 using Clock = std::chrono::steady_clock;
 
@@ -47,7 +51,7 @@ struct State {
   std::vector<Unwritten> unwritten;
   double paintedMs = 0, readMs = 0;  // spent this frame
   int pending = 0;
-  double paintMs = kPaintBudgetMs;  // a recent painting's cost, smoothed; pessimistic at first
+  double paintMs = 2 * kPaintBudgetMs;  // a recent painting's cost, smoothed; pessimistic at first
 };
 
 State& state() {
@@ -109,7 +113,9 @@ SurfacePtr paintedPicture(const std::string& key, const std::string& path, int w
   if (storeNow) {
     store(entry);
   } else {
-    state().unwritten.push_back(std::move(entry));
+    std::vector<Unwritten>& queue = state().unwritten;
+    queue.push_back(std::move(entry));
+    if (queue.size() > kMaxUnwritten) queue.erase(queue.begin());
   }
   return pic;
 }
@@ -136,13 +142,24 @@ SDL_Texture* upload(const std::string& key, cairo_surface_t* pic, int w, int h) 
 
 double msSince(Clock::time_point t) { return std::chrono::duration<double, std::milli>(Clock::now() - t).count(); }
 
-// Another painting from a photograph fits this frame: the first one always
-// does, later ones while their expected cost fits what is left.
-// Cards off screen wait for every visible one and never overrun the budget.
+// Another painting from a photograph fits this frame: for a visible card the
+// first one always does, later ones while their expected cost fits what is
+// left. Cards off screen wait for every visible one and never overrun the
+// budget, counting what reading from disk took this frame.
 bool paintFits(bool visible) {
   const State& s = state();
-  if (!visible) return s.pending == 0 && s.paintedMs + s.paintMs <= kPaintBudgetMs;
+  if (!visible) return s.pending == 0 && s.readMs + s.paintedMs + s.paintMs <= kPaintBudgetMs;
   return s.paintedMs == 0 || s.paintedMs + s.paintMs <= kPaintBudgetMs;
+}
+
+// The cache key and the picture file of a thumbnail; false for an unknown
+// level or an empty size.
+bool request(const std::string& levelId, bool blurred, int w, int h, std::string* key, std::string* path) {
+  const core::Level* level = core::levelById(levelId);
+  if (w < 1 || h < 1 || !level) return false;
+  *key = levelThumbKey(levelId, blurred, w, h);
+  *path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
+  return true;
 }
 
 }  // namespace
@@ -152,11 +169,9 @@ std::string levelThumbKey(const std::string& levelId, bool blurred, int w, int h
 }
 
 SDL_Texture* levelThumb(const std::string& levelId, bool blurred, int w, int h) {
-  const core::Level* level = core::levelById(levelId);
-  if (w < 1 || h < 1 || !level) return nullptr;
-  const std::string key = levelThumbKey(levelId, blurred, w, h);
+  std::string key, path;
+  if (!request(levelId, blurred, w, h, &key, &path)) return nullptr;
   if (SDL_Texture* tex = gpuCachedTexture(key, w, h)) return tex;
-  const std::string path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
   SurfacePtr pic = cachedPicture(key, path, w, h);
   if (!pic) pic = paintedPicture(key, path, w, h, true);
   return upload(key, pic.get(), w, h);
@@ -177,13 +192,11 @@ void thumbsBeginFrame() {
 }
 
 SDL_Texture* levelThumbInBudget(const std::string& levelId, bool blurred, int w, int h, bool visible) {
-  const core::Level* level = core::levelById(levelId);
-  if (w < 1 || h < 1 || !level) return nullptr;
-  const std::string key = levelThumbKey(levelId, blurred, w, h);
+  std::string key, path;
+  if (!request(levelId, blurred, w, h, &key, &path)) return nullptr;
   if (SDL_Texture* tex = gpuCachedTexture(key, w, h)) return tex;
   State& s = state();
-  const std::string path = blurred ? core::levelBlurPath(*level) : core::levelImagePath(*level);
-  if (s.readMs < (visible ? kCachedBudgetMs : kPaintBudgetMs)) {
+  if (visible || s.readMs < kPaintBudgetMs) {
     const Clock::time_point start = Clock::now();
     SurfacePtr pic = cachedPicture(key, path, w, h);
     s.readMs += msSince(start);
@@ -196,7 +209,7 @@ SDL_Texture* levelThumbInBudget(const std::string& levelId, bool blurred, int w,
   const Clock::time_point start = Clock::now();
   SurfacePtr pic = paintedPicture(key, path, w, h, false);
   const double ms = msSince(start);
-  s.paintMs = s.paintMs > 0 ? 0.5 * (s.paintMs + ms) : ms;
+  s.paintMs = 0.5 * (s.paintMs + ms);
   s.paintedMs += ms;
   return upload(key, pic.get(), w, h);
 }
