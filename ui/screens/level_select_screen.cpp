@@ -133,7 +133,10 @@ class LevelSelectScreen : public Screen {
   }
 
  private:
-  void rebuild() { entries_ = core::levelProgress(store::solves(), store::currentPuzzle()); }
+  void rebuild() {
+    entries_ = core::levelProgress(store::solves(), store::currentPuzzle());
+    shown_.assign(entries_.size(), SDL_Point{0, 0});
+  }
 
   void drawGrid(Ctx& ctx, const Grid& grid, const Rect& viewport) {
     // The chips under the header are cut off: the pointer there is not over them.
@@ -148,7 +151,7 @@ class LevelSelectScreen : public Screen {
       if (card.y + card.h <= viewport.y || card.y >= viewport.y + viewport.h) continue;
       if (firstShown < 0) firstShown = static_cast<int>(i);
       lastShown = static_cast<int>(i);
-      drawCard(ctx, entries_[i], card, grid.thumbH);
+      drawCard(ctx, i, card, grid.thumbH);
     }
     cairo_restore(ctx.cr);
     gpuClearClip();
@@ -171,12 +174,27 @@ class LevelSelectScreen : public Screen {
                               static_cast<int>(std::lround(s * h)), visible);
   }
 
-  void drawCard(Ctx& ctx, const core::LevelProgress& e, const Rect& card, double thumbH) {
+  // The card's thumbnail, or while it is painted at a new size (the window
+  // was resized) the one last shown, stretched, if it is still cached.
+  SDL_Texture* thumbnailOrStandIn(size_t i, double w, double h) {
+    const core::LevelProgress& e = entries_[i];
+    const SDL_Point size{static_cast<int>(std::lround(gpuScale() * w)), static_cast<int>(std::lround(gpuScale() * h))};
+    SDL_Texture* tex = thumbnail(e, w, h, true);
+    if (tex) {
+      shown_[i] = size;
+      return tex;
+    }
+    const SDL_Point last = shown_[i];
+    return gpuCachedTexture(levelThumbKey(e.level->id, e.solved.empty(), last.x, last.y), last.x, last.y);
+  }
+
+  void drawCard(Ctx& ctx, size_t i, const Rect& card, double thumbH) {
+    const core::LevelProgress& e = entries_[i];
     // The large fills go to the GPU layer, beneath the cairo layer's
     // corners, outline, badge, lock and chips: the renderer blends them far
     // more cheaply than cairo would across the whole grid.
     const Rect thumb{card.x, card.y, card.w, thumbH};
-    if (SDL_Texture* tex = thumbnail(e, card.w, thumbH, true)) {
+    if (SDL_Texture* tex = thumbnailOrStandIn(i, card.w, thumbH)) {
       gpuBlit(tex, thumb.x, thumb.y, thumb.w, thumb.h, 1.0);
     } else {
       gpuFillRect(thumb.x, thumb.y, thumb.w, thumb.h, kColorPanel, 1.0);
@@ -226,6 +244,7 @@ class LevelSelectScreen : public Screen {
   }
 
   std::vector<core::LevelProgress> entries_;
+  std::vector<SDL_Point> shown_;  // per card, the pixel size of the thumbnail last shown
   double scroll_ = 0;
   int lockOpen_ = 0;  // the number of the level whose lock is explained; 0 none
 };
