@@ -45,6 +45,8 @@ int64_t modifiedNs(const std::string& path) {
   return static_cast<int64_t>(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
 }
 
+bool touch(const std::string& path) { return !path.empty() && ::utimensat(AT_FDCWD, path.c_str(), nullptr, 0) == 0; }
+
 bool remove(const std::string& path) {
   return !path.empty() && std::remove(path.c_str()) == 0;
 }

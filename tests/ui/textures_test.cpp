@@ -1,5 +1,7 @@
 // The texture cache and the pieces painted into it.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <set>
@@ -136,6 +138,17 @@ TEST_F(Textures, TheDiskCacheGivesBackOnlyWholeEntriesOfUnchangedSources) {
   // The game's own thumbnails go to its cache folder.
   ASSERT_NE(ui::levelThumb("level1", true, 60, 40), nullptr);
   EXPECT_TRUE(platform::fs::isFile(paths::cacheDir() + "/thumbs/thumb_level1_b_60x40.jpg"));
+}
+
+// The entries used last stay; the others go.
+TEST(ThumbCache, PruningKeepsTheEntriesUsedLast) {
+  testsupport::TempDir t;
+  for (int i = 0; i < 5; ++i) {
+    const timespec when[2] = {{0, 0}, {1000 + "31402"[i], 0}};
+    utimensat(AT_FDCWD, t.write("e" + std::to_string(i) + ".jpg", "x").c_str(), when, 0);
+  }
+  ui::pruneCachedThumbs(t.path(), 3);
+  EXPECT_EQ(platform::fs::listDir(t.path()), (std::vector<std::string>{"e0.jpg", "e2.jpg", "e4.jpg"}));
 }
 
 }  // namespace

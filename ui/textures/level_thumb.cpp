@@ -27,6 +27,8 @@ constexpr double kPaintBudgetMs = 10;
 // resized paints a size every frame and most are never needed again, so
 // only the newest wait.
 constexpr size_t kMaxUnwritten = 32;
+// Thumbnails kept on disk: every level, sharp and blurred, at five sizes.
+constexpr size_t kKeptOnDisk = 400;
 
 using Clock = std::chrono::steady_clock;
 
@@ -65,6 +67,7 @@ const std::string& cacheDir() {
     s.dirChecked = true;
     const std::string dir = paths::cacheDir() + "/thumbs";
     if (!paths::cacheDir().empty() && platform::fs::ensureDir(dir)) s.dir = dir;
+    pruneCachedThumbs(s.dir, kKeptOnDisk);
   }
   return s.dir;
 }

@@ -2,10 +2,12 @@
 
 #include <stb_image_write.h>
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 #include "platform/fs.h"
@@ -55,6 +57,7 @@ cairo_surface_t* loadCachedThumb(const std::string& dir, const std::string& key,
     cairo_surface_destroy(pic);
     return nullptr;
   }
+  if (pic) platform::fs::touch(path);
   return pic;
 }
 
@@ -80,6 +83,15 @@ bool storeCachedThumb(const std::string& dir, const std::string& key, const std:
   if (platform::fs::writeFile(temp, data) && platform::fs::replaceAtomic(temp, path)) return true;
   platform::fs::remove(temp);
   return false;
+}
+
+void pruneCachedThumbs(const std::string& dir, size_t keep) {
+  std::vector<std::pair<int64_t, std::string>> entries;  // newest first after sorting
+  for (const std::string& name : platform::fs::listDir(dir)) entries.emplace_back(0, dir + "/" + name);
+  if (entries.size() <= keep) return;
+  for (auto& [stamp, path] : entries) stamp = platform::fs::modifiedNs(path);
+  std::sort(entries.rbegin(), entries.rend());
+  for (size_t i = keep; i < entries.size(); ++i) platform::fs::remove(entries[i].second);
 }
 
 }  // namespace ui

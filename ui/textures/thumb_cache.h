@@ -9,6 +9,7 @@
 
 #include <cairo.h>
 
+#include <cstddef>
 #include <string>
 
 namespace ui {
@@ -21,5 +22,10 @@ cairo_surface_t* loadCachedThumb(const std::string& dir, const std::string& key,
 // reader never meets half an entry. False when anything failed.
 bool storeCachedThumb(const std::string& dir, const std::string& key, const std::string& sourcePath,
                       cairo_surface_t* picture);
+
+// Keeps the `keep` entries used last (loading one counts as a use) and
+// removes the others: a grid painted at each window size it was ever shown
+// at would otherwise fill the folder without end.
+void pruneCachedThumbs(const std::string& dir, size_t keep);
 
 }  // namespace ui
