@@ -3,6 +3,7 @@
 // reached, and one chip per difficulty that starts, resumes or explains.
 #include <SDL.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <vector>
