@@ -32,6 +32,10 @@ echo "## Idle and pacing"
 echo
 bench/idle_cpu.sh "$build" 5 10
 echo
+echo "## Level select opening"
+echo
+bench/level_select.sh "$build" 5
+echo
 echo "## Pictures and piece textures"
 echo
 "$build/textures_bench" 9 2>/dev/null

@@ -39,6 +39,14 @@ int64_t fileSize(const std::string& path) {
   return static_cast<int64_t>(st.st_size);
 }
 
+int64_t modifiedNs(const std::string& path) {
+  struct stat st;
+  if (path.empty() || ::stat(path.c_str(), &st) != 0) return -1;
+  return static_cast<int64_t>(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
+}
+
+bool touch(const std::string& path) { return !path.empty() && ::utimensat(AT_FDCWD, path.c_str(), nullptr, 0) == 0; }
+
 bool remove(const std::string& path) {
   return !path.empty() && std::remove(path.c_str()) == 0;
 }

@@ -9,6 +9,10 @@
 namespace platform::fs {
 
 int64_t fileSize(const std::string& path);
+// The last modification time in nanoseconds since the epoch; -1 if missing.
+int64_t modifiedNs(const std::string& path);
+// Sets the modification time to now; false if it cannot.
+bool touch(const std::string& path);
 bool remove(const std::string& path);
 bool isFile(const std::string& path);
 bool isDir(const std::string& path);

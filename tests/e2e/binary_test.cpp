@@ -316,6 +316,33 @@ TEST_F(GameBinary, CommandLinesThatEndBeforeAWindow) {
   }
 }
 
+// A fresh player on the level select, every puzzle solved by demo the moment
+// it starts: locked level 2 only explains itself; level 1's first chip
+// starts play and its solve is recorded; back on the level select, level 2
+// has opened and its chip starts play too. (1280 x 800: three columns of
+// cards 404 wide, the first chip row 351 to 381 from the window's top.)
+TEST_F(GameBinary, ALevelSolvedOnTheLevelSelectOpensTheNextOne) {
+  auto game = startDrawing({"--size", "1280x800"}, {{"TESSELLATRIX_SCREEN", "levels"}, {"TESSELLATRIX_DEMO", "100"}});
+  const auto solved = [&] {
+    const js::Value saves = stored("saves.dat");
+    const js::Value& list = saves["solves_list"];
+    std::string all;
+    for (size_t i = list.size(); i-- > 0;) {
+      all += list[i]["imageId"].string + " " + std::to_string(list[i]["rows"].asInt(0)) + "x" +
+             std::to_string(list[i]["cols"].asInt(0)) + ";";
+    }
+    return all;
+  };
+  ASSERT_TRUE(xdotool("windowfocus --sync %1"));
+  ASSERT_TRUE(xdotool("mousemove --window %1 508 366 sleep 0.3 click 1 sleep 1 key Escape sleep 0.3"));
+  ASSERT_TRUE(xdotool("mousemove --window %1 90 366 sleep 0.3 click 1"));
+  EXPECT_TRUE(waitFor([&] { return solved() == "level1 5x6;"; })) << solved();
+  ASSERT_TRUE(xdotool("sleep 3 key Escape sleep 1 mousemove --window %1 508 366 sleep 0.3 click 1"));
+  EXPECT_TRUE(waitFor([&] { return solved() == "level1 5x6;level2 5x6;"; })) << solved();
+  game->signal(SIGTERM);
+  EXPECT_EQ(game->wait(15).code, 0);
+}
+
 }  // namespace
 
 // The settings page at 1280 x 800 as a player uses it: the tray and quarter

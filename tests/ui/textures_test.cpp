@@ -1,6 +1,9 @@
 // The texture cache and the pieces painted into it.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <algorithm>
 #include <set>
 
 #include "core/outline.h"
@@ -10,6 +13,8 @@
 #include "ui/gpu.h"
 #include "ui/textures/level_thumb.h"
 #include "ui/textures/piece_textures.h"
+#include "ui/textures/thumb_cache.h"
+#include "platform/paths.h"
 
 namespace {
 
@@ -105,6 +110,45 @@ TEST(MissingPicture, IsReportedOnceAndNotReadAgain) {
   const std::string err = testing::internal::GetCapturedStderr();
   EXPECT_EQ(err.find("[image] " + root.path() + "/assets/levels/level1.jpg nicht lesbar"), 0u) << err;
   EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
+}
+
+// A thumbnail kept on disk comes back only while it is whole and its
+// source file unchanged; a folder that cannot be written keeps nothing.
+TEST_F(Textures, TheDiskCacheGivesBackOnlyWholeEntriesOfUnchangedSources) {
+  enum Harm { kNone, kSourceChanged, kEntryCut, kUnwritable };
+  for (Harm harm : {kNone, kSourceChanged, kEntryCut, kUnwritable}) {
+    testsupport::TempDir t;
+    const std::string source = t.write("level.jpg", "a picture"), key = "thumb_level1_s_60x40";
+    const std::string dir = harm == kUnwritable ? source + "/thumbs" : t.path();
+    cairo_surface_t* pic = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 60, 40);
+    std::fill_n(reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(pic)), 60 * 40, 0x336699u);
+    EXPECT_EQ(ui::storeCachedThumb(dir, key, source, pic), harm != kUnwritable);
+    cairo_surface_destroy(pic);
+    if (harm == kSourceChanged) t.write("level.jpg", "a picture, edited");
+    const std::string entry = testsupport::readFile(t.file(key + ".jpg"));  // whole but for its last line's end
+    if (harm == kEntryCut) t.write(key + ".jpg", entry.substr(0, entry.size() - 3));
+    cairo_surface_t* back = ui::loadCachedThumb(dir, key, source, 60, 40);
+    ASSERT_EQ(back != nullptr, harm == kNone) << harm;
+    if (!back) continue;
+    const uint32_t px = reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(back))[30 * 40 + 20];
+    EXPECT_NEAR(px >> 16 & 255, 51, 3);
+    EXPECT_NEAR(px & 255, 153, 3);
+    cairo_surface_destroy(back);
+  }
+  // The game's own thumbnails go to its cache folder.
+  ASSERT_NE(ui::levelThumb("level1", true, 60, 40), nullptr);
+  EXPECT_TRUE(platform::fs::isFile(paths::cacheDir() + "/thumbs/thumb_level1_b_60x40.jpg"));
+}
+
+// The entries used last stay; the others go.
+TEST(ThumbCache, PruningKeepsTheEntriesUsedLast) {
+  testsupport::TempDir t;
+  for (int i = 0; i < 5; ++i) {
+    const timespec when[2] = {{0, 0}, {1000 + "31402"[i], 0}};
+    utimensat(AT_FDCWD, t.write("e" + std::to_string(i) + ".jpg", "x").c_str(), when, 0);
+  }
+  ui::pruneCachedThumbs(t.path(), 3);
+  EXPECT_EQ(platform::fs::listDir(t.path()), (std::vector<std::string>{"e0.jpg", "e2.jpg", "e4.jpg"}));
 }
 
 }  // namespace

@@ -54,6 +54,7 @@ class GalleryScreen : public Screen {
   }
 
   void update(Ctx& ctx) override {
+    thumbsBeginFrame(ctx);
     bool back = false;
     const double headerH = screenHeader(ctx, i18n::tr("gallery.title"), &back);
     if (entries_.empty()) {
@@ -80,7 +81,12 @@ class GalleryScreen : public Screen {
     for (size_t i = 0; i < entries_.size(); ++i) {
       const Rect card{(i % g.columns) * (g.cardW + kGap) + kMargin,
                       headerH + kGap + (i / g.columns) * (g.cardH + kGap) - scroll_, g.cardW, g.cardH};
-      if (card.y + card.h < view.y || card.y > view.y + view.h) continue;
+      // The row above and below is painted ahead, with what the frame has left.
+      const bool visible = card.y + card.h >= view.y && card.y <= view.y + view.h;
+      if (!visible) {
+        if (card.y + card.h >= view.y - g.cardH && card.y <= view.y + view.h + g.cardH) thumbFor(entries_[i], card.w, g.pictureH, false);
+        continue;
+      }
       drawCard(ctx, entries_[i], card, g.pictureH, view);
     }
     cairo_restore(ctx.cr);
@@ -94,10 +100,12 @@ class GalleryScreen : public Screen {
     const double top = std::max(card.y, view.y);
     const Rect hit{card.x, top, card.w, std::max(0.0, card.y + card.h - top)};
     const bool hovered = ctx.hover(hit);
-    const double s = gpuScale();
-    SDL_Texture* thumb = levelThumb(e.imageId, false, static_cast<int>(std::lround(card.w * s)),
-                                    static_cast<int>(std::lround(pictureH * s)));
-    if (thumb) gpuBlit(thumb, card.x, card.y, card.w, pictureH, hovered ? 0.85 : 1.0);
+    // Until its picture is ready the card shows its plain panel.
+    if (SDL_Texture* thumb = thumbFor(e, card.w, pictureH, true)) {
+      gpuBlit(thumb, card.x, card.y, card.w, pictureH, hovered ? 0.85 : 1.0);
+    } else {
+      gpuFillRect(card.x, card.y, card.w, pictureH, kColorPanel, 1.0);
+    }
     fillRect(cr, Rect{card.x, card.y + pictureH, card.w, kInfoH}, kColorPanel, 1.0);
     // The picture's square corners are covered in the background's colour,
     // so the card reads as one rounded shape.
@@ -134,6 +142,12 @@ class GalleryScreen : public Screen {
       next.elapsedMs = e.elapsedMs;
       Game::instance().push(next);
     }
+  }
+
+  static SDL_Texture* thumbFor(const store::SolveEntry& e, double w, double h, bool visible) {
+    const double s = gpuScale();
+    return levelThumbInBudget(e.imageId, false, static_cast<int>(std::lround(w * s)),
+                              static_cast<int>(std::lround(h * s)), visible);
   }
 
   std::vector<store::SolveEntry> entries_;

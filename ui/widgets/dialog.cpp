@@ -19,6 +19,7 @@
 #include "audio/audio.h"
 #include "ui/draw.h"
 #include "ui/widgets/look.h"
+#include "ui/widgets/trace.h"
 #include "ui/widgets/theme.h"
 
 namespace ui {
@@ -110,6 +111,7 @@ int confirmDialog(Ctx& ctx, const std::string& title, const std::string& message
   const double textW = d.box.w - 2 * kTextInset;
   drawTextWrapped(cr, cx, d.titleY, title, titleStyle(), textW, kTitleLines);
   drawTextWrapped(cr, cx, d.messageY, message, messageStyle(), textW, kMessageLines);
+  traceWidget(message, d.box);
   drawDialogButton(ctx, d.cancel, cancelLabel,
                    BoxLook{kColorBackground, ctx.hover(d.cancel) ? 1.0 : 0.9, kColorBorder, 1.0}, kColorText);
   drawDialogButton(ctx, d.confirm, confirmLabel, BoxLook{kColorAccent, ctx.hover(d.confirm) ? 1.0 : 0.92, 0, 0},
