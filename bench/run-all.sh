@@ -30,7 +30,7 @@ bench/way_in.sh "$build" 5
 echo
 echo "## Idle and pacing"
 echo
-bench/idle_cpu.sh "$build" 5 10
+bench/idle_cpu.sh "$build" 5 4
 echo
 echo "## Level select opening"
 echo

@@ -316,13 +316,13 @@ TEST_F(GameBinary, CommandLinesThatEndBeforeAWindow) {
   }
 }
 
-// A fresh player on the level select, every puzzle solved by demo the moment
+// A fresh player goes from the menu to the level select, every puzzle solved by demo the moment
 // it starts: locked level 2 only explains itself; level 1's first chip
 // starts play and its solve is recorded; back on the level select, level 2
 // has opened and its chip starts play too. (1280 x 800: three columns of
 // cards 404 wide, the first chip row 351 to 381 from the window's top.)
 TEST_F(GameBinary, ALevelSolvedOnTheLevelSelectOpensTheNextOne) {
-  auto game = startDrawing({"--size", "1280x800"}, {{"TESSELLATRIX_SCREEN", "levels"}, {"TESSELLATRIX_DEMO", "100"}});
+  auto game = startDrawing({"--size", "1280x800"}, {{"TESSELLATRIX_SCREEN", "menu"}, {"TESSELLATRIX_DEMO", "100"}});
   const auto solved = [&] {
     const js::Value saves = stored("saves.dat");
     const js::Value& list = saves["solves_list"];
@@ -334,6 +334,9 @@ TEST_F(GameBinary, ALevelSolvedOnTheLevelSelectOpensTheNextOne) {
     return all;
   };
   ASSERT_TRUE(xdotool("windowfocus --sync %1"));
+  const int chooseLevel = lookUntil(500, [](int seen) { return seen > 0; });
+  ASSERT_GT(chooseLevel, 0) << "the menu";
+  ASSERT_TRUE(xdotool("mousemove --window %1 640 " + std::to_string(chooseLevel) + " sleep 0.3 click 1 sleep 1"));
   ASSERT_TRUE(xdotool("mousemove --window %1 508 366 sleep 0.3 click 1 sleep 1 key Escape sleep 0.3"));
   ASSERT_TRUE(xdotool("mousemove --window %1 90 366 sleep 0.3 click 1"));
   EXPECT_TRUE(waitFor([&] { return solved() == "level1 5x6;"; })) << solved();
@@ -353,8 +356,11 @@ TEST_F(GameBinary, ALevelSolvedOnTheLevelSelectOpensTheNextOne) {
 TEST_F(GameBinary, SettingsChosenOnThePageShapeTheNextPuzzleAndOutliveARestart) {
   const Env settingsFirst = {{"TESSELLATRIX_SCREEN", "settings"}};
   const std::vector<std::string> size = {"--size", "1280x800"};
-  auto game = startDrawing(size, settingsFirst);
+  auto game = startDrawing(size, {{"TESSELLATRIX_SCREEN", "menu"}});
   ASSERT_TRUE(xdotool("windowfocus --sync %1"));
+  const int first = lookUntil(500, [](int seen) { return seen > 0; });
+  ASSERT_GT(first, 0) << "the menu";
+  ASSERT_TRUE(xdotool("mousemove --window %1 640 " + std::to_string(first + 3 * 64) + " click 1 sleep 1"));  // Settings
   // The page column runs from x 260 to 1020: "Tray grid" and "4 directions".
   ASSERT_TRUE(xdotool("mousemove --window %1 640 212 click 1 sleep 0.3 mousemove --window %1 896 380 click 1 "
                       "sleep 0.3 key ctrl+q"));

@@ -9,7 +9,9 @@
 #include "store/store.h"
 #include "tests/support/font_support.h"
 #include "tests/support/frame_driver.h"
+#include "tests/support/test_support.h"
 #include "ui/gpu.h"
+#include "ui/screens/license_table.h"
 #include "ui/screens/background_pieces.h"
 #include "ui/widgets/trace.h"
 
@@ -165,6 +167,29 @@ TEST(Background, ACatalogueOfOneLevelStillGivesPiecesAllFromIt) {
   for (const ui::BgPiece& p : ui::backgroundPieces()) {
     EXPECT_EQ(p.key.rfind("bgpiece_level3_", 0), 0u) << p.key;
     EXPECT_TRUE(p.image == 0 && ui::gpuCached(p.key));
+  }
+}
+
+// The licences page, the package's copyright file and the credits of the
+// assets name the same things under the same licences.
+TEST(Licenses, ThePageTheCopyrightFileAndTheCreditsAgree) {
+  std::string copyright = testsupport::readFile(testsupport::shippedAssetRoot() + "/packaging/copyright");
+  for (char& c : copyright) c = c == '\n' ? ' ' : c;
+  for (size_t at; (at = copyright.find("  ")) != std::string::npos;) copyright.erase(at, 1);
+  const std::string credits = testsupport::readFile(testsupport::shippedAssetRoot() + "/assets/CREDITS.tsv");
+  const auto dashed = [](std::string s) { return s.replace(s.rfind(' '), 1, "-"); };
+  for (const ui::LicenseRow& row : ui::kLicenses) {
+    const std::string name = row.name;
+    if (name.rfind("Musik: ", 0) == 0) {
+      EXPECT_NE(credits.find("bgm_calm.ogg\tmusic\t" + name.substr(7)), std::string::npos) << name;
+      EXPECT_NE(copyright.find("Music: " + name.substr(7) + ", " + row.license), std::string::npos) << name;
+    } else if (name == "Klangeffekte") {
+      EXPECT_NE(copyright.find("(Klangeffekte), " + std::string(row.license)), std::string::npos);
+      EXPECT_NE(credits.find("sound effect\tClick\tQuillmoss Software\t\ttools/assets/make_audio.py\t" +
+                             dashed(row.license)), std::string::npos);
+    } else if (name.find("DejaVu") == std::string::npos && name.find("CJK") == std::string::npos) {
+      EXPECT_NE(copyright.find(name + " (" + row.license + ")"), std::string::npos) << name;
+    }
   }
 }
 

@@ -40,6 +40,8 @@ inline constexpr LicenseRow kLicenses[] = {
      "Peter Hanappe, Tom Moebert, Olivier Lapicque, Konstanty Bialkowski und Mitwirkende",
      "https://www.fluidsynth.org/ · https://modplug-xmms.sourceforge.net/"},
     {"libsodium", "", "ISC", "Frank Denis und Mitwirkende", "https://libsodium.org/"},
+    {"libjpeg-turbo", "", "IJG / BSD-3-Clause / Zlib", "Independent JPEG Group, D. R. Commander und Mitwirkende",
+     "https://libjpeg-turbo.org/"},
     {"stb_image", "", "MIT / Public Domain", "Sean Barrett und Mitwirkende", "https://github.com/nothings/stb"},
     {"DejaVu Sans", "", "Bitstream Vera / Public Domain",
      "DejaVu-Team (Štěpán Roh und Mitwirkende), nach Bitstream Vera von Bitstream, Inc.",

@@ -10,6 +10,7 @@
 #include "i18n/i18n.h"
 #include "platform/app_info.h"
 #include "store/store.h"
+#include "ui/frame_layer.h"
 #include "ui/screens/background_pieces.h"
 #include "ui/screens/screens.h"
 #include "ui/widgets/buttons.h"
@@ -97,6 +98,7 @@ void act(Ctx& ctx, MenuAction action) {
 class MenuScreen : public Screen {
  public:
   void update(Ctx& ctx) override {
+    layerTrackDamage();  // the title, tagline, buttons and footer leave most of the layer empty
     backgroundPiecesUpdate(ctx);
     const bool large = largeLayout(ctx);
     const double w = ctx.width, h = ctx.height;
