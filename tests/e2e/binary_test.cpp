@@ -343,6 +343,63 @@ TEST_F(GameBinary, ALevelSolvedOnTheLevelSelectOpensTheNextOne) {
   EXPECT_EQ(game->wait(15).code, 0);
 }
 
+// A player without a mouse, who asked for stillness: the splash, the menu
+// (two looks a second apart the same), the level select, level 1 at 5 x 6
+// solved piece by piece with the keys, the solved screen and the gallery.
+// The test reads the saved game to learn where a piece belongs: each piece
+// Tab picks is first laid on the cursor's cell, which tells the test which
+// one it is, then picked again (the only one on the table is the last in
+// the order) and laid on its own cell.
+TEST_F(GameBinary, APlayerWithTheKeysAloneSolvesAPuzzleAndFindsItInTheGallery) {
+  platform::fs::ensureDir(data.file("tessellatrix"));
+  platform::fs::writeFile(data.file("tessellatrix/settings.dat"), platform::saveEncrypt("{\"reducedMotion\":true}"));
+  auto game = startDrawing({"--size", "1000x700"});
+  ASSERT_TRUE(xdotool("windowfocus --sync %1 sleep 0.5 key space sleep 1"));
+  const std::vector<uint32_t> menu = testsupport::windowColumn(x.display(), "Quillmoss", 500);
+  ASSERT_TRUE(xdotool("sleep 1"));
+  EXPECT_EQ(testsupport::windowColumn(x.display(), "Quillmoss", 500), menu) << "nothing moves on the menu";
+  ASSERT_TRUE(xdotool("key Tab sleep 0.2 key Return sleep 0.5 key Tab sleep 0.2 key Tab sleep 0.2 key Return"));
+  const auto pieces = [&] { return stored("saves.dat")["current_puzzle"]["pieces"]; };
+  const auto placed = [&] {
+    const js::Value all = pieces();
+    int n = 0;
+    for (size_t i = 0; i < all.size(); ++i) n += all[i]["placed"].boolean;
+    return n;
+  };
+  ASSERT_TRUE(waitFor([&] { return pieces().size() == 30u; })) << "level 1 at 5 x 6";
+  int row = 0, col = 0;  // where the cursor is
+  // Until the solve clears the saved game.
+  for (int done = 0, round = 0; pieces().size() == 30u && round < 60; done = placed(), ++round) {
+    std::string loose;
+    ASSERT_TRUE(xdotool("key Tab sleep 0.2 key Return"));
+    ASSERT_TRUE(waitFor([&] {
+      const js::Value all = pieces();
+      for (size_t i = 0; i < all.size(); ++i) {
+        if (!all[i]["placed"].boolean && !all[i]["inTray"].boolean) loose = all[i]["id"].string;
+      }
+      return !loose.empty() || all.size() == 0 || placed() > done;
+    }));
+    if (loose.empty()) continue;  // it was laid on its own cell
+    const int r = std::stoi(loose), c = std::stoi(loose.substr(loose.find('_') + 1));
+    std::string walk = "key shift+Tab sleep 0.2 key --delay 80";
+    for (; row != r; row += r > row ? 1 : -1) walk += r > row ? " Down" : " Up";
+    for (; col != c; col += c > col ? 1 : -1) walk += c > col ? " Right" : " Left";
+    ASSERT_TRUE(xdotool(walk + " Return"));
+    ASSERT_TRUE(waitFor([&] { return placed() > done || pieces().size() == 0; })) << loose;
+  }
+  ASSERT_TRUE(waitFor([&] { return stored("saves.dat")["solves_list"].size() == 1; }));
+  const auto solved = [](int seen) { return std::abs(seen - (700 - 84 + 16 + 26)) <= 2; };
+  ASSERT_TRUE(solved(lookUntil(400, solved))) << "the solved screen";
+  // Continue, back to the menu, its third button (the gallery), the one card.
+  ASSERT_TRUE(xdotool("key Tab sleep 0.2 key Tab sleep 0.2 key Return sleep 0.5 key Escape sleep 0.5 key Tab sleep 0.2 "
+                      "key Tab sleep 0.2 key Tab sleep 0.2 key Return sleep 0.5 key Tab sleep 0.2 key Tab sleep 0.2"));
+  ASSERT_EQ(lookUntil(400, [](int seen) { return seen == -1; }), -1) << "the gallery";
+  ASSERT_TRUE(xdotool("key Return"));
+  EXPECT_TRUE(solved(lookUntil(400, solved))) << "the solve again";
+  ASSERT_TRUE(xdotool("key ctrl+q"));
+  EXPECT_TRUE(game->wait(10).exited);
+}
+
 }  // namespace
 
 // The settings page at 1280 x 800 as a player uses it: the tray and quarter
@@ -376,15 +433,15 @@ TEST_F(GameBinary, SettingsChosenOnThePageShapeTheNextPuzzleAndOutliveARestart) 
   }
   EXPECT_TRUE(pieces.size() == 42u && across.size() < 14 && quarter > 0) << across.size() << " columns, " << quarter;
 
-  // At the foot of the page the language button is at the left, and in
+  // Near the foot of the page the language button is at the left, and in
   // Hebrew at the right; the list's last entry is Hebrew, its first the system.
   game = startDrawing(size, settingsFirst);
   ASSERT_TRUE(xdotool("windowfocus --sync %1 mousemove --window %1 640 400 click --repeat 15 5 sleep 0.3 "
-                      "mousemove --window %1 370 680 click 1 sleep 0.3 "
+                      "mousemove --window %1 370 490 click 1 sleep 0.3 "
                       "mousemove --window %1 633 400 click --repeat 10 5 sleep 0.3 "
                       "mousemove --window %1 633 672 click 1 sleep 0.5"));
   EXPECT_TRUE(waitFor([&] { return stored("settings.dat")["language"].string == "he"; }));
-  ASSERT_TRUE(xdotool("mousemove --window %1 910 680 click 1 sleep 0.3 mousemove --window %1 633 116 click 1 "
+  ASSERT_TRUE(xdotool("mousemove --window %1 910 490 click 1 sleep 0.3 mousemove --window %1 633 116 click 1 "
                       "sleep 0.3 key ctrl+q"));
   EXPECT_EQ(game->wait(10).code, 0);
 
