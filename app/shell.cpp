@@ -71,6 +71,7 @@ struct Shell {
   double prevFrameStart = 0;
   int prevMouseX = 0, prevMouseY = 0;  // window points
   int mouseX = 0, mouseY = 0;          // this pass's
+  double units = 1;                    // window points per logical unit, this pass
   bool appliedFullscreen = false;
   double lastGeometrySave = 0;
   bool statsOn = false;
@@ -78,9 +79,16 @@ struct Shell {
   int lastDrawCalls = 0, lastOutW = 0, lastOutH = 0;  // for the statistics line
 };
 
-// The player's interface size: logical units per window point grow by it.
-double interfaceScale(const store::Settings& settings) {
-  return std::clamp(settings.interfaceScale / 100.0, 1.0, 2.0);
+constexpr int kMinWindowW = 800, kMinWindowH = 560;
+
+// Window points per logical unit: the player's interface size, held down so
+// the window never holds fewer logical units than the smallest window the
+// game opens, and every screen keeps a layout it was made for.
+double interfaceScale(SDL_Window* window, const store::Settings& settings) {
+  int w = 0, h = 0;
+  SDL_GetWindowSize(window, &w, &h);
+  const double chosen = std::clamp(settings.interfaceScale / 100.0, 1.0, 2.0);
+  return std::max(1.0, std::min({chosen, static_cast<double>(w) / kMinWindowW, static_cast<double>(h) / kMinWindowH}));
 }
 
 bool printInfoRequest(int argc, char** argv) {
@@ -125,7 +133,7 @@ bool createWindow(Shell& sh) {
     std::fprintf(stderr, "SDL_CreateWindow: %s\n", SDL_GetError());
     return false;
   }
-  SDL_SetWindowMinimumSize(sh.window, 800, 560);
+  SDL_SetWindowMinimumSize(sh.window, kMinWindowW, kMinWindowH);
   if (sh.settings.fullscreen) {
     SDL_SetWindowFullscreen(sh.window, SDL_WINDOW_FULLSCREEN_DESKTOP);
   } else if (sh.settings.maximized) {
@@ -177,7 +185,7 @@ void gatherInput(Shell& sh) {
   int& mx = sh.mouseX;
   int& my = sh.mouseY;
   const Uint32 buttons = SDL_GetMouseState(&mx, &my);
-  const double units = interfaceScale(sh.settings);
+  const double units = sh.units = interfaceScale(sh.window, sh.settings);
   in.mouseX = mx / units;
   in.mouseY = my / units;
   in.mouseDown = (buttons & SDL_BUTTON_LMASK) != 0;
@@ -241,7 +249,7 @@ bool runFrame(Shell& sh) {
   SDL_GetWindowSize(sh.window, &winW, &winH);
   // Pixels per logical unit: the display's density times the interface size.
   const double density = (outW > 0 && winW > 0) ? static_cast<double>(outW) / winW : 1.0;
-  const double scale = density * interfaceScale(sh.settings);
+  const double scale = density * sh.units;
 
   ui::Ctx& ctx = sh.ctx;
   const double time = nowSeconds();
