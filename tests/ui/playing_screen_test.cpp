@@ -386,41 +386,34 @@ class KeyboardPlay : public Playing {
       driver->frame(in);
     }
   }
-  std::string cursor() { return std::to_string(screen()->cursorRow()) + "," + std::to_string(screen()->cursorCol()); }
+  const core::Piece* picked() { return screen()->picked() < 0 ? nullptr : &puzzle().pieces[screen()->picked()]; }
 };
 
-// Tab takes the strips' pieces first, Shift+Tab from nothing the last loose
-// one; the cursor stays on the board; Escape lets go and stays in the puzzle.
-TEST_F(KeyboardPlay, TabPicksTheTrayFirstTheCursorKeepsToTheBoardAndEscapeLetsGo) {
-  start(BoardLayout::ScrollTray);
-  keys(SDLK_TAB);
-  EXPECT_EQ(&puzzle().pieces[screen()->picked()], screen()->tray().items(0)[0]);
-  keys(SDLK_ESCAPE);
-  EXPECT_TRUE(screen()->picked() == -1 && top() == ui::ScreenKind::Playing) << "Escape let the piece go, nothing more";
-  keys(SDLK_TAB, 1, true);
-  EXPECT_EQ(&puzzle().pieces[screen()->picked()], screen()->tray().items(1).back());
-  struct Move { int32_t key; int times; const char* cell; };
-  const Move kMoves[] = {{SDLK_LEFT, 3, "0,0"}, {SDLK_RIGHT, 9, "0,5"}, {SDLK_DOWN, 2, "2,5"},
-                         {SDLK_DOWN, 7, "4,5"}, {SDLK_UP, 1, "3,5"},    {SDLK_LEFT, 2, "3,3"}};
-  for (const Move& m : kMoves) {
-    keys(m.key, m.times);
-    EXPECT_EQ(cursor(), m.cell);
-  }
-}
-
+// Tab takes the strips' pieces first, Shift+Tab from nothing the last one;
+// Escape lets go and stays in the puzzle; the cursor keeps to the board.
 // Return lays the picked piece on the cursor's cell: home and upright it
 // snaps; another cell, or home but turned, it lies loose on that cell.
-TEST_F(KeyboardPlay, ReturnSnapsOnlyAtHomeAndUprightElseLeavesThePieceOnTheCell) {
-  struct Case { int piece, row, col, turns; bool placed; };
-  const Case kCases[] = {{7, 1, 1, 0, true}, {8, 3, 4, 0, false}, {9, 1, 3, 1, false}};
+TEST_F(KeyboardPlay, PiecesArePickedWithTabAndLaidOnTheCursorsCellWhereOnlyHomeAndUprightSnap) {
   start(BoardLayout::ScrollTray, store::RotationMode::Rot180);
   for (core::Piece& p : puzzle().pieces) p.rotation = 0;
-  for (const Case& c : kCases) {
+  keys(SDLK_TAB);
+  EXPECT_EQ(picked(), screen()->tray().items(0)[0]);
+  keys(SDLK_ESCAPE);
+  EXPECT_TRUE(!picked() && top() == ui::ScreenKind::Playing) << "Escape let the piece go, nothing more";
+  keys(SDLK_TAB, 1, true);
+  EXPECT_EQ(picked(), screen()->tray().items(1).back());
+  for (const auto& [key, times, cell] : {std::tuple{SDLK_LEFT, 3, 0}, {SDLK_RIGHT, 9, 5}, {SDLK_DOWN, 2, 2 * 6 + 5},
+                                         {SDLK_DOWN, 7, 4 * 6 + 5}, {SDLK_UP, 1, 3 * 6 + 5}, {SDLK_LEFT, 2, 3 * 6 + 3}}) {
+    keys(key, times);
+    EXPECT_EQ(screen()->cursorRow() * 6 + screen()->cursorCol(), cell) << key;
+  }
+  struct Case { int piece, row, col, turns; bool placed; };
+  for (const Case& c : {Case{7, 1, 1, 0, true}, Case{8, 3, 4, 0, false}, Case{9, 1, 3, 1, false}}) {
     for (int i = 0; i < 60 && screen()->picked() != c.piece; ++i) keys(SDLK_TAB);
     keys(SDLK_UP, 9), keys(SDLK_LEFT, 9), keys(SDLK_DOWN, c.row), keys(SDLK_RIGHT, c.col), keys(SDLK_r, c.turns);
     keys(SDLK_RETURN);
     const core::Piece& p = puzzle().pieces[c.piece];
-    EXPECT_TRUE(p.placed == c.placed && !p.inTray && screen()->picked() == -1) << c.piece;
+    EXPECT_TRUE(p.placed == c.placed && !p.inTray && !picked()) << c.piece;
     EXPECT_DOUBLE_EQ(p.x, puzzle().boardX + c.col * puzzle().cellW - puzzle().pad) << c.piece;
     EXPECT_DOUBLE_EQ(p.y, puzzle().boardY + c.row * puzzle().cellH - puzzle().pad) << c.piece;
   }
