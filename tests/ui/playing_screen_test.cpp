@@ -389,10 +389,8 @@ class KeyboardPlay : public Playing {
   const core::Piece* picked() { return screen()->picked() < 0 ? nullptr : &puzzle().pieces[screen()->picked()]; }
 };
 
-// Tab takes the strips' pieces first, Shift+Tab from nothing the last one;
-// Escape lets go and stays in the puzzle; the cursor keeps to the board.
-// Return lays the picked piece on the cursor's cell: home and upright it
-// snaps; another cell, or home but turned, it lies loose on that cell.
+// Tab takes the strips' pieces first, Shift+Tab from nothing the last; Escape only lets go; the cursor keeps to
+// the board; Return lays the piece on its cell, snapping only home and upright, else lying loose there.
 TEST_F(KeyboardPlay, PiecesArePickedWithTabAndLaidOnTheCursorsCellWhereOnlyHomeAndUprightSnap) {
   start(BoardLayout::ScrollTray, store::RotationMode::Rot180);
   for (core::Piece& p : puzzle().pieces) p.rotation = 0;
