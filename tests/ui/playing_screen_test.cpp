@@ -400,10 +400,10 @@ TEST_F(KeyboardPlay, PiecesArePickedWithTabAndLaidOnTheCursorsCellWhereOnlyHomeA
   EXPECT_TRUE(!picked() && top() == ui::ScreenKind::Playing) << "Escape let the piece go, nothing more";
   keys(SDLK_TAB, 1, true);
   EXPECT_EQ(picked(), screen()->tray().items(1).back());
-  for (const auto& [key, times, cell] : {std::tuple{SDLK_LEFT, 3, 0}, {SDLK_RIGHT, 9, 5}, {SDLK_DOWN, 2, 2 * 6 + 5},
-                                         {SDLK_DOWN, 7, 4 * 6 + 5}, {SDLK_UP, 1, 3 * 6 + 5}, {SDLK_LEFT, 2, 3 * 6 + 3}}) {
+  for (const auto& [key, times, cell] : {std::tuple{SDLK_LEFT, 3, 0}, {SDLK_RIGHT, 9, 5}, {SDLK_DOWN, 2, 17},
+                                         {SDLK_DOWN, 7, 29}, {SDLK_UP, 1, 23}, {SDLK_LEFT, 2, 21}}) {
     keys(key, times);
-    EXPECT_EQ(screen()->cursorRow() * 6 + screen()->cursorCol(), cell) << key;
+    EXPECT_EQ(screen()->cursorRow() * 6 + screen()->cursorCol(), cell) << key;  // row * 6 + column
   }
   struct Case { int piece, row, col, turns; bool placed; };
   for (const Case& c : {Case{7, 1, 1, 0, true}, Case{8, 3, 4, 0, false}, Case{9, 1, 3, 1, false}}) {

@@ -156,7 +156,9 @@ class LevelSelectScreen : public Screen {
       const Rect card = grid.card(static_cast<int>(i), scroll_);
       if (card.y + card.h <= viewport.y || card.y >= viewport.y + viewport.h) {
         // Not drawn, but still in the keyboard's order.
-        for (const core::DifficultyDef& d : core::difficulties()) focusPlaceholder(chipRect(card, grid.thumbH, d.index));
+        for (const core::DifficultyDef& d : core::difficulties()) {
+          focusPlaceholder(chipRect(card, grid.thumbH, d.index));
+        }
         continue;
       }
       if (firstShown < 0) firstShown = static_cast<int>(i);

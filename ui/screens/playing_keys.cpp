@@ -102,7 +102,7 @@ bool PlayingScreen::handlePieceKey(Ctx& ctx, int32_t key, const store::Settings&
   if (picked_ >= 0 && puzzle_.pieces[picked_].placed) picked_ = -1;
   if (key == SDLK_TAB) {
     pickNext(ctx.in.shift ? -1 : 1);
-    showPicked(ctx);
+    showPicked(ctx, false);
     return true;
   }
   if (picked_ < 0) return false;
@@ -120,21 +120,24 @@ bool PlayingScreen::handlePieceKey(Ctx& ctx, int32_t key, const store::Settings&
     case SDLK_ESCAPE: picked_ = -1; return true;
     default: return false;
   }
-  showPicked(ctx);
+  showPicked(ctx, true);
   return true;
 }
 
-// The picked piece's thumbnail is scrolled into its strip, and the view,
-// zoomed in, is moved so the piece and the cursor's cell can be seen.
-void PlayingScreen::showPicked(const Ctx& ctx) {
+// The picked piece's thumbnail is scrolled into its strip; zoomed in, the
+// view is moved to the piece on the table when it is picked, and to the
+// cursor's cell when that moves.
+void PlayingScreen::showPicked(const Ctx& ctx, bool cursor) {
   if (picked_ < 0) return;
   const core::Piece& piece = puzzle_.pieces[picked_];
   int strip = 0;
   size_t k = 0;
   if (piece.inTray && tray_.find(&piece, &strip, &k)) tray_.reveal(strip, k);
-  if (!view_.zoomed()) return;
-  const double bx = puzzle_.boardX + (cursorCol_ + 0.5) * puzzle_.cellW;
-  const double by = puzzle_.boardY + (cursorRow_ + 0.5) * puzzle_.cellH;
+  if (!view_.zoomed() || (piece.inTray && !cursor)) return;
+  const double bx = cursor ? puzzle_.boardX + (cursorCol_ + 0.5) * puzzle_.cellW
+                           : piece.x + puzzle_.pad + puzzle_.cellW * 0.5;
+  const double by = cursor ? puzzle_.boardY + (cursorRow_ + 0.5) * puzzle_.cellH
+                           : piece.y + puzzle_.pad + puzzle_.cellH * 0.5;
   const double margin = puzzle_.cellW * view_.zoom;
   const double sx = view_.toScreenX(bx), sy = view_.toScreenY(by);
   if (sx < margin || sx > ctx.width - margin) view_.offsetX += ctx.width * 0.5 - sx;

@@ -80,7 +80,7 @@ class PlayingScreen : public Screen {
   void pickNext(int step);
   void putDown(const store::Settings& settings);
   void moveCursor(int dRow, int dCol);
-  void showPicked(const Ctx& ctx);
+  void showPicked(const Ctx& ctx, bool cursor);
   void drawKeyboardMarks(Ctx& ctx);
   // The loose pieces in the order Tab visits them: the tray strips first,
   // then the table in reading order of where the pieces lie.
