@@ -69,13 +69,27 @@ struct Shell {
   LoopState loop;
   Pace pace;
   double prevFrameStart = 0;
-  int prevMouseX = 0, prevMouseY = 0;
+  int prevMouseX = 0, prevMouseY = 0;  // window points
+  int mouseX = 0, mouseY = 0;          // this pass's
+  double units = 1;                    // window points per logical unit, this pass
   bool appliedFullscreen = false;
   double lastGeometrySave = 0;
   bool statsOn = false;
   FrameStats stats{0};
   int lastDrawCalls = 0, lastOutW = 0, lastOutH = 0;  // for the statistics line
 };
+
+constexpr int kMinWindowW = 800, kMinWindowH = 560;
+
+// Window points per logical unit: the player's interface size, held down so
+// the window never holds fewer logical units than the smallest window the
+// game opens, and every screen keeps a layout it was made for.
+double interfaceScale(SDL_Window* window, const store::Settings& settings) {
+  int w = 0, h = 0;
+  SDL_GetWindowSize(window, &w, &h);
+  const double chosen = std::clamp(settings.interfaceScale / 100.0, 1.0, 2.0);
+  return std::max(1.0, std::min({chosen, static_cast<double>(w) / kMinWindowW, static_cast<double>(h) / kMinWindowH}));
+}
 
 bool printInfoRequest(int argc, char** argv) {
   switch (findInfoRequest(argc, argv)) {
@@ -119,7 +133,7 @@ bool createWindow(Shell& sh) {
     std::fprintf(stderr, "SDL_CreateWindow: %s\n", SDL_GetError());
     return false;
   }
-  SDL_SetWindowMinimumSize(sh.window, 800, 560);
+  SDL_SetWindowMinimumSize(sh.window, kMinWindowW, kMinWindowH);
   if (sh.settings.fullscreen) {
     SDL_SetWindowFullscreen(sh.window, SDL_WINDOW_FULLSCREEN_DESKTOP);
   } else if (sh.settings.maximized) {
@@ -168,14 +182,16 @@ void gatherInput(Shell& sh) {
     SDL_SetWindowFullscreen(sh.window, sh.settings.fullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
     sh.appliedFullscreen = sh.settings.fullscreen;
   }
-  int mx = 0, my = 0;
+  int& mx = sh.mouseX;
+  int& my = sh.mouseY;
   const Uint32 buttons = SDL_GetMouseState(&mx, &my);
-  in.mouseX = mx;
-  in.mouseY = my;
+  const double units = sh.units = interfaceScale(sh.window, sh.settings);
+  in.mouseX = mx / units;
+  in.mouseY = my / units;
   in.mouseDown = (buttons & SDL_BUTTON_LMASK) != 0;
   in.middleDown = (buttons & SDL_BUTTON_MMASK) != 0;
-  in.dx = mx - sh.prevMouseX;
-  in.dy = my - sh.prevMouseY;
+  in.dx = (mx - sh.prevMouseX) / units;
+  in.dy = (my - sh.prevMouseY) / units;
   const SDL_Keymod mods = SDL_GetModState();
   in.ctrl = in.ctrl || (mods & KMOD_CTRL) != 0;
   in.shift = in.shift || (mods & KMOD_SHIFT) != 0;
@@ -225,13 +241,15 @@ bool runFrame(Shell& sh) {
   int outW = 0, outH = 0;
   SDL_GetRendererOutputSize(sh.renderer, &outW, &outH);
   if (outW <= 0 || outH <= 0) {
-    sh.prevMouseX = static_cast<int>(sh.ctx.in.mouseX);
-    sh.prevMouseY = static_cast<int>(sh.ctx.in.mouseY);
+    sh.prevMouseX = sh.mouseX;
+    sh.prevMouseY = sh.mouseY;
     return false;
   }
   int winW = 0, winH = 0;
   SDL_GetWindowSize(sh.window, &winW, &winH);
-  const double scale = (outW > 0 && winW > 0) ? static_cast<double>(outW) / winW : 1.0;
+  // Pixels per logical unit: the display's density times the interface size.
+  const double density = (outW > 0 && winW > 0) ? static_cast<double>(outW) / winW : 1.0;
+  const double scale = density * sh.units;
 
   ui::Ctx& ctx = sh.ctx;
   const double time = nowSeconds();
@@ -246,8 +264,8 @@ bool runFrame(Shell& sh) {
   sh.lastOutW = outW;
   sh.lastOutH = outH;
   sh.prevFrameStart = time;
-  sh.prevMouseX = static_cast<int>(ctx.in.mouseX);
-  sh.prevMouseY = static_cast<int>(ctx.in.mouseY);
+  sh.prevMouseX = sh.mouseX;
+  sh.prevMouseY = sh.mouseY;
   return true;
 }
 

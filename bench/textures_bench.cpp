@@ -114,7 +114,7 @@ double levelStart(int samples, double scale) {
       [&] {
         cairo_surface_t* picture = ui::boardImage("level1", bw, bh);
         for (const core::Piece& piece : p.pieces) {
-          g_sink = g_sink + (ui::pieceTexture("level1", p, piece, picture, false) != nullptr);
+          g_sink = g_sink + (ui::pieceTexture("level1", p, piece, picture, ui::PieceLook::Outlined) != nullptr);
         }
       });
 }
@@ -133,7 +133,7 @@ double paintPieces(int samples, double scale) {
       },
       [&] {
         for (const core::Piece& piece : p.pieces) {
-          g_sink = g_sink + (ui::pieceTexture("level1", p, piece, picture, false) != nullptr);
+          g_sink = g_sink + (ui::pieceTexture("level1", p, piece, picture, ui::PieceLook::Outlined) != nullptr);
         }
       });
 }

@@ -17,6 +17,9 @@ struct OptColor {
   uint32_t rgb = 0;  // 0xRRGGBB
 };
 
+// The interface sizes offered, in percent: the logical pixel grows by them.
+inline constexpr int kInterfaceScales[] = {100, 125, 150, 200};
+
 struct Settings {
   std::string language;  // empty: follow the system language
   bool soundOn = true;
@@ -39,6 +42,9 @@ struct Settings {
   int windowY = -1;
   bool maximized = false;
   bool fullscreen = false;
+  bool reducedMotion = false;
+  int interfaceScale = 100;  // percent: 100, 125, 150 or 200
+  bool strongOutlines = false;
 };
 
 }  // namespace store

@@ -61,7 +61,8 @@ struct FieldKey {
 constexpr FieldKey<bool> kBoolKeys[] = {
     {"soundOn", &Settings::soundOn},     {"showSecondRow", &Settings::showSecondRow},
     {"hideConnectedBorder", &Settings::hideConnectedBorder}, {"maximized", &Settings::maximized},
-    {"fullscreen", &Settings::fullscreen},
+    {"fullscreen", &Settings::fullscreen},  {"reducedMotion", &Settings::reducedMotion},
+    {"strongOutlines", &Settings::strongOutlines},
 };
 
 constexpr FieldKey<OptColor> kColorKeys[] = {
@@ -84,6 +85,18 @@ constexpr IntKey kIntKeys[] = {
     {"windowX", &Settings::windowX, -kMaxWindowUnits, kMaxWindowUnits},
     {"windowY", &Settings::windowY, -kMaxWindowUnits, kMaxWindowUnits},
 };
+
+// A size between the offered ones becomes the nearest of them (the smaller
+// on a tie), one outside them the nearer end.
+void readInterfaceScale(const js::Value& v, int* out) {
+  if (!v.isNumber() || std::isnan(v.number)) return;
+  const double wanted = std::clamp(v.number, 0.0, 1000.0);
+  int best = kInterfaceScales[0];
+  for (const int size : kInterfaceScales) {
+    if (std::fabs(wanted - size) < std::fabs(wanted - best)) best = size;
+  }
+  *out = best;
+}
 
 void readVolume(const js::Value& v, double* out) {
   if (v.isNumber() && !std::isnan(v.number)) *out = std::clamp(v.number, 0.0, 1.0);
@@ -142,6 +155,7 @@ js::Value settingsToJson(const Settings& s) {
   doc.set("rotationMode", js::Value(rotationModeName(s.rotationMode)));
   for (const FieldKey<OptColor>& k : kColorKeys) doc.set(k.key, colorJson(s.*k.field));
   for (const IntKey& k : kIntKeys) doc.set(k.key, js::Value(s.*k.field));
+  doc.set("interfaceScale", js::Value(s.interfaceScale));
   return doc;
 }
 
@@ -163,6 +177,7 @@ void settingsFromJson(const js::Value& doc, Settings* s) {
     const js::Value& v = doc[k.key];
     if (v.isNumber()) s->*k.field = readInt(v, 0, k.minimum, k.maximum);
   }
+  readInterfaceScale(doc["interfaceScale"], &s->interfaceScale);
 }
 
 }  // namespace store

@@ -18,6 +18,7 @@ void drawFrame(SDL_Renderer* renderer, FrameLayer& layer, Ctx& ctx, int outW, in
   ctx.width = outW / scale;
   ctx.height = outH / scale;
   ctx.clickTaken = false;
+  ctx.reducedMotion = store::settings().reducedMotion;
 
   gpuSetScale(scale);
   gpuBeginFrame();

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "platform/crash.h"
+#include "ui/focus.h"
 #include "ui/screens/screens.h"
 
 namespace ui {
@@ -63,15 +64,19 @@ void Game::update(Ctx& ctx) {
   ctx.nextFrameAt = Ctx::kNoFrame;
   const uint32_t built = builtGeneration_;
   ensureScreen();
-  // A list drag or fling belongs to the screen it started on.
-  if (builtGeneration_ != built) ctx.drag = DragState{};
-  if (current_) current_->update(ctx);
-  // The screen asked to go elsewhere: the next one is built in the next
-  // frame. A click, key or wheel turn may also have changed what was drawn
-  // earlier in this frame (a language, a colour, a row above the one pressed),
-  // so one more frame shows its whole effect.
+  // A list drag or fling, and the keyboard focus, belong to the screen they
+  // started on.
+  const bool fresh = builtGeneration_ != built;
+  if (fresh) ctx.drag = DragState{};
+  // A click, key or wheel turn may change what was drawn earlier in this
+  // frame (a language, a colour, a row above the one pressed), so one more
+  // frame shows its whole effect; asked before the screen takes any key.
   const Input& in = ctx.in;
   const bool acted = in.mousePressed || in.mouseReleased || in.rightPressed || in.wheel != 0 || !in.keys.empty();
+  focusBeginFrame(fresh);
+  if (current_) current_->update(ctx);
+  focusEndFrame(ctx);
+  // The screen asked to go elsewhere: the next one is built in the next frame.
   if (builtGeneration_ != generation_ || acted) ctx.requestFrameAt(ctx.time);
 }
 

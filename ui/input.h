@@ -97,6 +97,7 @@ struct Ctx {
   bool quit = false;  // set by a screen to end the program; never cleared
   bool clickTaken = false;
   DragState drag;  // kept across frames
+  bool reducedMotion = false;      // the player's setting: nothing glides, drifts or waves
   bool animating = false;          // requestFrame() was called this frame
   double nextFrameAt = kNoFrame;   // the earliest requestFrameAt() of this frame
 
@@ -109,9 +110,15 @@ struct Ctx {
   }
 };
 
+// Modal (the default): everything of the input is hidden, and controls
+// beneath register no keyboard focus (ui/focus.h). Pointer only: the
+// pointer is hidden from controls scrolled out of a list's view, which keep
+// the keys and their place in the focus order.
+enum class Shield { Modal, PointerOnly };
+
 class InputShield {
  public:
-  InputShield(Ctx& ctx, bool on);
+  InputShield(Ctx& ctx, bool on, Shield kind = Shield::Modal);
   ~InputShield();
   InputShield(const InputShield&) = delete;
   InputShield& operator=(const InputShield&) = delete;
@@ -119,6 +126,7 @@ class InputShield {
  private:
   Ctx& ctx_;
   bool on_;
+  Shield kind_;
   Input held_;
 };
 

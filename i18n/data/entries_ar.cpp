@@ -104,6 +104,9 @@ const Entry kEntries_ar[kKeyCount] = {
     {"solved.time", "الوقت: {{time}}"},
     {"solved.title", "تم الحل!"},
     {"app.alreadyRunning", "اللعبة مفتوحة بالفعل في نافذة أخرى. ستُغلق هذه النسخة الثانية دون تغيير أي شيء."},
+    {"settings.reducedMotion", "تقليل الحركة"},
+    {"settings.interfaceSize", "حجم الواجهة"},
+    {"settings.strongOutlines", "حواف بارزة للقطع"},
 };
 
 }  // namespace i18n_data

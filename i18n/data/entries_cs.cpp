@@ -104,6 +104,9 @@ const Entry kEntries_cs[kKeyCount] = {
     {"solved.time", "Čas: {{time}}"},
     {"solved.title", "Složeno!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle je už otevřené v jiném okně. Tato druhá kopie se zavře, aniž by cokoli změnila."},
+    {"settings.reducedMotion", "Omezený pohyb"},
+    {"settings.interfaceSize", "Velikost rozhraní"},
+    {"settings.strongOutlines", "Výrazné obrysy dílků"},
 };
 
 }  // namespace i18n_data

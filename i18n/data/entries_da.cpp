@@ -104,6 +104,9 @@ const Entry kEntries_da[kKeyCount] = {
     {"solved.time", "Tid: {{time}}"},
     {"solved.title", "Løst!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle er allerede åbent i et andet vindue. Denne anden kopi lukker uden at ændre noget."},
+    {"settings.reducedMotion", "Reduceret bevægelse"},
+    {"settings.interfaceSize", "Brugerfladens størrelse"},
+    {"settings.strongOutlines", "Tydelige kanter på brikkerne"},
 };
 
 }  // namespace i18n_data

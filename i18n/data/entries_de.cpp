@@ -104,6 +104,9 @@ const Entry kEntries_de[kKeyCount] = {
     {"solved.time", "Zeit: {{time}}"},
     {"solved.title", "Gelöst!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle läuft bereits in einem anderen Fenster. Dieser zweite Start wird beendet, ohne etwas zu verändern."},
+    {"settings.reducedMotion", "Weniger Bewegung"},
+    {"settings.interfaceSize", "Größe der Oberfläche"},
+    {"settings.strongOutlines", "Kräftige Umrisse der Teile"},
 };
 
 }  // namespace i18n_data

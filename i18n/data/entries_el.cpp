@@ -104,6 +104,9 @@ const Entry kEntries_el[kKeyCount] = {
     {"solved.time", "Χρόνος: {{time}}"},
     {"solved.title", "Λύθηκε!"},
     {"app.alreadyRunning", "Το Quillmoss's Puzzle είναι ήδη ανοιχτό σε άλλο παράθυρο. Αυτό το δεύτερο αντίγραφο κλείνει χωρίς να αλλάξει τίποτα."},
+    {"settings.reducedMotion", "Μειωμένη κίνηση"},
+    {"settings.interfaceSize", "Μέγεθος διεπαφής"},
+    {"settings.strongOutlines", "Έντονα περιγράμματα στα κομμάτια"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_en[kKeyCount] = {
     {"solved.time", "Time: {{time}}"},
     {"solved.title", "Solved!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle is already open in another window. This second copy closes without changing anything."},
+    {"settings.reducedMotion", "Reduced motion"},
+    {"settings.interfaceSize", "Interface size"},
+    {"settings.strongOutlines", "Strong piece outlines"},
 };
 
 }  // namespace i18n_data

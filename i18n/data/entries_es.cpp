@@ -104,6 +104,9 @@ const Entry kEntries_es[kKeyCount] = {
     {"solved.time", "Tiempo: {{time}}"},
     {"solved.title", "¡Resuelto!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle ya está abierto en otra ventana. Esta segunda copia se cerrará sin cambiar nada."},
+    {"settings.reducedMotion", "Movimiento reducido"},
+    {"settings.interfaceSize", "Tamaño de la interfaz"},
+    {"settings.strongOutlines", "Contornos marcados de las piezas"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_fi[kKeyCount] = {
     {"solved.time", "Aika: {{time}}"},
     {"solved.title", "Ratkaistu!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle on jo auki toisessa ikkunassa. Tämä toinen kopio sulkeutuu muuttamatta mitään."},
+    {"settings.reducedMotion", "Vähemmän liikettä"},
+    {"settings.interfaceSize", "Käyttöliittymän koko"},
+    {"settings.strongOutlines", "Vahvat ääriviivat paloille"},
 };
 
 }  // namespace i18n_data

@@ -106,6 +106,9 @@ const Entry kEntries_fr[kKeyCount] = {
     {"solved.time", "Temps : {{time}}"},
     {"solved.title", "Résolu !"},
     {"app.alreadyRunning", "Quillmoss's Puzzle est déjà ouvert dans une autre fenêtre. Ce second lancement se ferme sans rien modifier."},
+    {"settings.reducedMotion", "Animations réduites"},
+    {"settings.interfaceSize", "Taille de l’interface"},
+    {"settings.strongOutlines", "Contours des pièces renforcés"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_he[kKeyCount] = {
     {"solved.time", "זמן: {{time}}"},
     {"solved.title", "נפתר!"},
     {"app.alreadyRunning", "המשחק כבר פתוח בחלון אחר. העותק הזה ייסגר בלי לשנות דבר."},
+    {"settings.reducedMotion", "הפחתת תנועה"},
+    {"settings.interfaceSize", "גודל הממשק"},
+    {"settings.strongOutlines", "קווי מתאר בולטים לחלקים"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_hu[kKeyCount] = {
     {"solved.time", "Idő: {{time}}"},
     {"solved.title", "Kirakva!"},
     {"app.alreadyRunning", "A Quillmoss's Puzzle már nyitva van egy másik ablakban. Ez a második példány bezárul, és semmin sem változtat."},
+    {"settings.reducedMotion", "Kevesebb mozgás"},
+    {"settings.interfaceSize", "A felület mérete"},
+    {"settings.strongOutlines", "Erős körvonal a darabokon"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_it[kKeyCount] = {
     {"solved.time", "Tempo: {{time}}"},
     {"solved.title", "Risolto!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle è già aperto in un’altra finestra. Questa seconda copia si chiude senza modificare nulla."},
+    {"settings.reducedMotion", "Movimento ridotto"},
+    {"settings.interfaceSize", "Dimensione dell’interfaccia"},
+    {"settings.strongOutlines", "Contorni dei pezzi marcati"},
 };
 
 }  // namespace i18n_data

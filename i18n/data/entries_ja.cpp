@@ -104,6 +104,9 @@ const Entry kEntries_ja[kKeyCount] = {
     {"solved.time", "タイム：{{time}}"},
     {"solved.title", "クリア！"},
     {"app.alreadyRunning", "Quillmoss's Puzzle はすでに別のウィンドウで開いています。こちらは何も変更せずに終了します。"},
+    {"settings.reducedMotion", "動きを減らす"},
+    {"settings.interfaceSize", "画面表示の大きさ"},
+    {"settings.strongOutlines", "ピースの輪郭を太くする"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_ko[kKeyCount] = {
     {"solved.time", "시간: {{time}}"},
     {"solved.title", "완성!"},
     {"app.alreadyRunning", "게임이 이미 다른 창에서 실행 중입니다. 이 창은 아무것도 변경하지 않고 종료됩니다."},
+    {"settings.reducedMotion", "동작 줄이기"},
+    {"settings.interfaceSize", "인터페이스 크기"},
+    {"settings.strongOutlines", "조각 윤곽선 굵게"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_nl[kKeyCount] = {
     {"solved.time", "Tijd: {{time}}"},
     {"solved.title", "Opgelost!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle is al geopend in een ander venster. Deze tweede kopie sluit af zonder iets te wijzigen."},
+    {"settings.reducedMotion", "Minder beweging"},
+    {"settings.interfaceSize", "Grootte van de interface"},
+    {"settings.strongOutlines", "Duidelijke randen om stukjes"},
 };
 
 }  // namespace i18n_data

@@ -106,6 +106,9 @@ const Entry kEntries_pl[kKeyCount] = {
     {"solved.time", "Czas: {{time}}"},
     {"solved.title", "Ułożone!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle jest już otwarte w innym oknie. Ta druga kopia zostanie zamknięta bez wprowadzania zmian."},
+    {"settings.reducedMotion", "Ograniczony ruch"},
+    {"settings.interfaceSize", "Rozmiar interfejsu"},
+    {"settings.strongOutlines", "Wyraźne kontury elementów"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_pt[kKeyCount] = {
     {"solved.time", "Tempo: {{time}}"},
     {"solved.title", "Resolvido!"},
     {"app.alreadyRunning", "O Quillmoss's Puzzle já está aberto em outra janela. Esta segunda cópia será fechada sem alterar nada."},
+    {"settings.reducedMotion", "Movimento reduzido"},
+    {"settings.interfaceSize", "Tamanho da interface"},
+    {"settings.strongOutlines", "Contornos das peças reforçados"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_ro[kKeyCount] = {
     {"solved.time", "Timp: {{time}}"},
     {"solved.title", "Rezolvat!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle este deja deschis într-o altă fereastră. Această a doua copie se închide fără să modifice nimic."},
+    {"settings.reducedMotion", "Mișcare redusă"},
+    {"settings.interfaceSize", "Dimensiunea interfeței"},
+    {"settings.strongOutlines", "Contururi accentuate ale pieselor"},
 };
 
 }  // namespace i18n_data

@@ -106,6 +106,9 @@ const Entry kEntries_ru[kKeyCount] = {
     {"solved.time", "Время: {{time}}"},
     {"solved.title", "Пазл собран!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle уже открыт в другом окне. Эта вторая копия закроется, ничего не изменив."},
+    {"settings.reducedMotion", "Меньше движения"},
+    {"settings.interfaceSize", "Размер интерфейса"},
+    {"settings.strongOutlines", "Чёткие контуры деталей"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,9 @@ const Entry kEntries_sv[kKeyCount] = {
     {"solved.time", "Tid: {{time}}"},
     {"solved.title", "Löst!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle är redan öppet i ett annat fönster. Den här andra kopian stängs utan att ändra något."},
+    {"settings.reducedMotion", "Minskad rörelse"},
+    {"settings.interfaceSize", "Gränssnittets storlek"},
+    {"settings.strongOutlines", "Tydliga konturer på bitarna"},
 };
 
 }  // namespace i18n_data

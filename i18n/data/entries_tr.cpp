@@ -104,6 +104,9 @@ const Entry kEntries_tr[kKeyCount] = {
     {"solved.time", "Süre: {{time}}"},
     {"solved.title", "Çözüldü!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle zaten başka bir pencerede açık. Bu ikinci kopya hiçbir şeyi değiştirmeden kapanıyor."},
+    {"settings.reducedMotion", "Azaltılmış hareket"},
+    {"settings.interfaceSize", "Arayüz boyutu"},
+    {"settings.strongOutlines", "Parçalarda belirgin kenarlar"},
 };
 
 }  // namespace i18n_data

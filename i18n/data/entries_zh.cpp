@@ -104,6 +104,9 @@ const Entry kEntries_zh[kKeyCount] = {
     {"solved.time", "用时：{{time}}"},
     {"solved.title", "完成！"},
     {"app.alreadyRunning", "Quillmoss's Puzzle 已在另一个窗口中打开。这个副本将直接退出，不做任何更改。"},
+    {"settings.reducedMotion", "减少动态效果"},
+    {"settings.interfaceSize", "界面大小"},
+    {"settings.strongOutlines", "加粗拼图块轮廓"},
 };
 
 }  // namespace i18n_data

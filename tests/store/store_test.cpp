@@ -162,8 +162,9 @@ TEST(Store, EverySettingSurvivesALoadAndASave) {
   const std::string file =
       "{\"bgColor\":\"#000001\",\"boardColor\":\"#ffffff\",\"boardLayout\":\"tray\",\"boardZoomMode\":\"pinch\","
       "\"difficulty\":\"grandmaster\",\"fullscreen\":true,\"gridColor\":\"#000000\",\"hideConnectedBorder\":true,"
-      "\"language\":\"ar\",\"maximized\":true,\"musicVolume\":0.5,\"rotationMode\":\"90\",\"sfxVolume\":1,"
-      "\"showSecondRow\":false,\"soundOn\":false,\"trayBgColor\":\"#102030\",\"trayBorderColor\":\"#abcdef\","
+      "\"interfaceScale\":150,\"language\":\"ar\",\"maximized\":true,\"musicVolume\":0.5,\"reducedMotion\":true,"
+      "\"rotationMode\":\"90\",\"sfxVolume\":1,\"showSecondRow\":false,\"soundOn\":false,\"strongOutlines\":true,"
+      "\"trayBgColor\":\"#102030\",\"trayBorderColor\":\"#abcdef\","
       "\"windowH\":1080,\"windowW\":1920,\"windowX\":-3000,\"windowY\":40}";
   store::writeSealed(dataFile("settings.dat"), js::parse(file));
   store::saveSettings();
@@ -213,8 +214,15 @@ TEST(Store, EveryNumberOfTheFilesLandsInItsRange) {
     }
     EXPECT_WITHIN(p.pieces[0].rotation, -360, 360);
     store::Settings s;
-    store::settingsFromJson(withNumber(R"({"windowW":N,"windowH":N,"windowX":N,"windowY":N})"), &s);
+    store::settingsFromJson(withNumber(R"({"windowW":N,"windowH":N,"windowX":N,"windowY":N,"interfaceScale":N})"), &s);
     for (int v : {s.windowW, s.windowH, s.windowX, s.windowY}) EXPECT_WITHIN(v, -1e6, 1e6);
+    EXPECT_EQ(s.interfaceScale, n[0] == '-' ? 100 : 200) << n;
+  }
+  // An interface size between those offered becomes the nearest one.
+  for (const auto& [size, read] : {std::pair{"130", 125}, {"140", 150}, {"175", 150}, {"181", 200}, {"99.9", 100}}) {
+    store::Settings s;
+    store::settingsFromJson(js::parse(std::string("{\"interfaceScale\":") + size + "}"), &s);
+    EXPECT_EQ(s.interfaceScale, read) << size;
   }
 }
 

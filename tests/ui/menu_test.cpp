@@ -1,5 +1,6 @@
 // The way into the game: the splash, the menu's buttons and what they start,
-// and the pieces drifting behind the menu, driven through the frame function.
+// every screen's controls from the keyboard, and the pieces drifting behind
+// the menu, driven through the frame function.
 #include <SDL_keycode.h>
 #include <gtest/gtest.h>
 
@@ -10,9 +11,10 @@
 #include "tests/support/font_support.h"
 #include "tests/support/frame_driver.h"
 #include "tests/support/test_support.h"
+#include "ui/focus.h"
 #include "ui/gpu.h"
-#include "ui/screens/license_table.h"
 #include "ui/screens/background_pieces.h"
+#include "ui/screens/license_table.h"
 #include "ui/widgets/trace.h"
 
 namespace {
@@ -127,6 +129,93 @@ TEST_F(Menu, TheSplashGivesWayToAClickAKeyOrThreeSeconds) {
     EXPECT_EQ(ui::Game::instance().stack().size(), 1u) << "the menu replaces the splash";
   }
 }
+
+bool same(const ui::Rect& a, const ui::Rect& b) { return a.x == b.x && a.y == b.y && a.w == b.w && a.h == b.h; }
+
+// The same screens played from the keyboard alone.
+class Focus : public Menu {
+ protected:
+  // Presses the key and tells where the ring is a frame later, when a list
+  // has scrolled the focused control in; (-1, -1) when it shows nowhere.
+  ui::Rect press(int32_t key = SDLK_TAB, bool shift = false) {
+    ui::widgetTrace().clear();
+    ui::Input in;
+    in.keys = {key}, in.shift = shift;
+    driver->frame(in);
+    driver->idle(FrameDriver::kStep);
+    ui::Rect r{-1, -1, 0, 0};
+    ui::focusRing(&r);
+    return r;
+  }
+  bool tabTo(const std::string& label) {
+    const ui::Rect target = ui::findTracedWidget(label)->rect;
+    for (int i = 0; i < 100; ++i) {
+      if (same(press(), target)) return true;
+    }
+    return false;
+  }
+};
+
+// Tab comes round to the first control after as many presses as the screen
+// has controls (those scrolled out of view too), each shown in the window
+// when focused; Shift+Tab goes back.
+TEST_F(Focus, TabVisitsEveryControlOfEachScreenOnceInTheWindow) {
+  struct Case { ScreenKind kind; int h, controls; };
+  store::recordSolve("level2", 5, 6, 1000);
+  const Case kCases[] = {{ScreenKind::Menu, 700, 6},    {ScreenKind::LevelSelect, 700, 1 + 40 * 6},
+                         {ScreenKind::Gallery, 700, 2}, {ScreenKind::About, 700, 2},
+                         {ScreenKind::Solved, 700, 2},  {ScreenKind::Licenses, 700, 1},
+                         {ScreenKind::Settings, 2600, -1}};  // -1: as many as it draws
+  for (const Case& c : kCases) {
+    open(c.kind, 1280, c.h);
+    const int controls = c.controls > 0 ? c.controls : static_cast<int>(ui::widgetTrace().size());
+    const ui::Rect first = press();
+    int steps = 1;
+    for (ui::Rect r = press(); !same(r, first) && steps <= controls; r = press(), ++steps) {
+      EXPECT_TRUE(r.y >= 0 && r.y + r.h <= c.h) << int(c.kind) << " control " << steps << " at " << r.y;
+    }
+    EXPECT_EQ(steps, controls) << int(c.kind);
+    press();
+    EXPECT_TRUE(same(press(SDLK_TAB, true), first)) << int(c.kind) << ": Shift+Tab goes back";
+  }
+}
+
+// Return, keypad Enter and Space press what has the focus (Right moves a
+// slider); the pointer moving hides the ring. A question opened by Return
+// is not answered by it; Tab cycles its two buttons only; Return on Cancel
+// keeps the solves and gives the focus back to the button that opened it.
+TEST_F(Focus, ReturnAndSpacePressTheFocusedControlAndADialogKeepsTheFocus) {
+  struct Case { ScreenKind kind; int tabs; int32_t key; ScreenKind opens; };
+  const Case kCases[] = {{ScreenKind::Menu, 4, SDLK_RETURN, ScreenKind::Settings},
+                         {ScreenKind::Menu, 1, SDLK_SPACE, ScreenKind::LevelSelect},
+                         {ScreenKind::About, 2, SDLK_KP_ENTER, ScreenKind::Licenses}};
+  for (const Case& c : kCases) {
+    open(c.kind);
+    for (int i = 0; i < c.tabs; ++i) press();
+    press(c.key);
+    EXPECT_EQ(driver->game().top().screen, c.opens) << int(c.kind) << " " << c.tabs;
+  }
+  store::recordSolve("level1", 5, 6, 1000);
+  open(ScreenKind::Settings, 1280, 2600);
+  const double music = store::settings().musicVolume;
+  ASSERT_TRUE(tabTo("slider"));
+  press(SDLK_RIGHT);
+  EXPECT_NEAR(store::settings().musicVolume, music + 0.05, 1e-9);
+  const ui::Rect reset = ui::findTracedWidget(i18n::tr("settings.resetProgress"))->rect;
+  ASSERT_TRUE(tabTo(i18n::tr("settings.resetProgress")));
+  const ui::Rect cancel = press(SDLK_RETURN);
+  EXPECT_TRUE(same(cancel, ui::findTracedWidget(i18n::tr("common.cancel"))->rect)) << "the dialog's first button";
+  EXPECT_FALSE(same(press(), cancel));
+  EXPECT_TRUE(same(press(), cancel)) << "two buttons, nothing beneath";
+  EXPECT_TRUE(same(press(SDLK_RETURN), reset));
+  EXPECT_EQ(store::solves().size(), 1u);
+  ui::Input moved;
+  moved.mouseX = 40;
+  driver->frame(moved);
+  ui::Rect r;
+  EXPECT_FALSE(ui::focusRing(&r)) << "the pointer hides the ring";
+}
+
 
 void updateBackground(double w, double h, const std::vector<core::Level>& levels = core::levels()) {
   ui::Ctx ctx;

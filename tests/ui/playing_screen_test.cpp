@@ -374,3 +374,47 @@ TEST_F(Playing, AsksForTheNextFrameOnlyForWhatChangesByItself) {
   start(BoardLayout::Scatter);
   expect("solved: the solved screen follows", true, 2.4, 2.5);
 }
+
+namespace {
+
+class KeyboardPlay : public Playing {
+ protected:
+  void keys(int32_t key, int times = 1, bool shift = false) {
+    for (int i = 0; i < times; ++i) {
+      ui::Input in;
+      in.keys = {key}, in.shift = shift;
+      driver->frame(in);
+    }
+  }
+  const core::Piece* picked() { return screen()->picked() < 0 ? nullptr : &puzzle().pieces[screen()->picked()]; }
+};
+
+// Tab takes the strips' pieces first, Shift+Tab from nothing the last; Escape only lets go; the cursor keeps to
+// the board; Return lays the piece on its cell, snapping only home and upright, else lying loose there.
+TEST_F(KeyboardPlay, PiecesArePickedWithTabAndLaidOnTheCursorsCellWhereOnlyHomeAndUprightSnap) {
+  start(BoardLayout::ScrollTray, store::RotationMode::Rot180);
+  for (core::Piece& p : puzzle().pieces) p.rotation = 0;
+  keys(SDLK_TAB);
+  EXPECT_EQ(picked(), screen()->tray().items(0)[0]);
+  keys(SDLK_ESCAPE);
+  EXPECT_TRUE(!picked() && top() == ui::ScreenKind::Playing) << "Escape let the piece go, nothing more";
+  keys(SDLK_TAB, 1, true);
+  EXPECT_EQ(picked(), screen()->tray().items(1).back());
+  for (const auto& [key, times, cell] : {std::tuple{SDLK_LEFT, 3, 0}, {SDLK_RIGHT, 9, 5}, {SDLK_DOWN, 2, 17},
+                                         {SDLK_DOWN, 7, 29}, {SDLK_UP, 1, 23}, {SDLK_LEFT, 2, 21}}) {
+    keys(key, times);
+    EXPECT_EQ(screen()->cursorRow() * 6 + screen()->cursorCol(), cell) << key;  // row * 6 + column
+  }
+  struct Case { int piece, row, col, turns; bool placed; };
+  for (const Case& c : {Case{7, 1, 1, 0, true}, Case{8, 3, 4, 0, false}, Case{9, 1, 3, 1, false}}) {
+    for (int i = 0; i < 60 && screen()->picked() != c.piece; ++i) keys(SDLK_TAB);
+    keys(SDLK_UP, 9), keys(SDLK_LEFT, 9), keys(SDLK_DOWN, c.row), keys(SDLK_RIGHT, c.col), keys(SDLK_r, c.turns);
+    keys(SDLK_RETURN);
+    const core::Piece& p = puzzle().pieces[c.piece];
+    EXPECT_TRUE(p.placed == c.placed && !p.inTray && !picked()) << c.piece;
+    EXPECT_DOUBLE_EQ(p.x, puzzle().boardX + c.col * puzzle().cellW - puzzle().pad) << c.piece;
+    EXPECT_DOUBLE_EQ(p.y, puzzle().boardY + c.row * puzzle().cellH - puzzle().pad) << c.piece;
+  }
+}
+
+}  // namespace

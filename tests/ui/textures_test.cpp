@@ -46,10 +46,12 @@ TEST(TextureKeys, NoTwoPicturesShareOne) {
   core::Puzzle wide = p;
   wide.cellW = 120;
   const core::Piece& first = p.pieces[0];
+  constexpr ui::PieceLook kRim = ui::PieceLook::Outlined;
   const std::vector<std::string> keys = {
-      ui::pieceTextureKey("level1", p, first, false),          ui::pieceTextureKey("level1", p, first, true),
-      ui::pieceTextureKey("level2", p, first, false),          ui::pieceTextureKey("level1", p, p.pieces[1], false),
-      ui::pieceTextureKey("level1", grid, grid.pieces[0], false), ui::pieceTextureKey("level1", wide, first, false),
+      ui::pieceTextureKey("level1", p, first, kRim),          ui::pieceTextureKey("level1", p, first, ui::PieceLook::Plain),
+      ui::pieceTextureKey("level1", p, first, ui::PieceLook::Strong),
+      ui::pieceTextureKey("level2", p, first, kRim),          ui::pieceTextureKey("level1", p, p.pieces[1], kRim),
+      ui::pieceTextureKey("level1", grid, grid.pieces[0], kRim), ui::pieceTextureKey("level1", wide, first, kRim),
       ui::pieceThumbKey("level1", p, first, 96, true),         ui::pieceThumbKey("level1", p, first, 96, false),
       ui::pieceThumbKey("level1", p, first, 48, true),         ui::pieceThumbKey("level1", wide, first, 96, true),
       ui::boardTextureKey(p, 1, 23, true, 100, 80),           ui::boardTextureKey(p, 12, 3, true, 100, 80),
@@ -77,7 +79,7 @@ TEST_F(Textures, APieceIsPaintedExactlyInsideItsOutline) {
   const Case kCases[] = {{0, false, 1, 0, 120, 80}, {96, true, 0.8, 16, 96, 96}, {96, false, 0.8, 0, 96, 64}};
   for (const Case& c : kCases) {
     SDL_Texture* tex = c.size ? ui::pieceThumbTexture("level1", p, piece, picture, c.size, c.square, nullptr, nullptr)
-                              : ui::pieceTexture("level1", p, piece, picture, false);
+                              : ui::pieceTexture("level1", p, piece, picture, ui::PieceLook::Outlined);
     SDL_SetRenderDrawColor(target.renderer(), 0, 0, 0, 0);
     SDL_RenderClear(target.renderer());
     ui::gpuBlit(tex, 0, 0, c.w, c.h, 1.0);
@@ -94,7 +96,7 @@ TEST_F(Textures, APieceIsPaintedExactlyInsideItsOutline) {
     }
     EXPECT_EQ(wrong, 0) << "thumbnail of " << c.size << (c.square ? " square" : "");
   }
-  ui::pieceTexture("level1", p, piece, picture, true);  // the plain look beside the rimmed one
+  ui::pieceTexture("level1", p, piece, picture, ui::PieceLook::Plain);  // the plain look beside the rimmed one
   EXPECT_EQ(ui::gpuCacheSize(), 4u) << "every picture in an entry of its own";
   cairo_destroy(cr);
   cairo_surface_destroy(picture);

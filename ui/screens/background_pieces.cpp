@@ -253,6 +253,7 @@ void backgroundPiecesPrepare(const Ctx& ctx, double budgetSeconds, const std::ve
 }
 
 void backgroundPiecesUpdate(Ctx& ctx, const std::vector<core::Level>& catalogue) {
+  if (ctx.reducedMotion) return;  // a player who asked for stillness gets a plain ground
   State& s = state();
   ensureSet(s, ctx, catalogue);
   ctx.requestFrame();  // they never stop drifting

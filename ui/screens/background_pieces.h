@@ -30,7 +30,8 @@ struct BgPiece {
 int backgroundPieceCount(double w, double h);
 // Moves and draws the pieces for this frame, first building a set when there
 // is none or the window's width or height has changed by a unit or more.
-// The pieces are cut from the first four levels of `catalogue`.
+// The pieces are cut from the first four levels of `catalogue`. With reduced
+// motion there are none.
 void backgroundPiecesUpdate(Ctx& ctx, const std::vector<core::Level>& catalogue = core::levels());
 // Builds the set for this window, if it has none, moves it on and paints as
 // many of its textures as fit in `budgetSeconds`, drawing nothing: a screen

@@ -9,6 +9,7 @@
 #include "i18n/i18n.h"
 #include "store/store.h"
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/frame.h"
 #include "ui/gpu.h"
 #include "ui/screens/screens.h"
@@ -72,7 +73,9 @@ class GalleryScreen : public Screen {
     const Rect view{0, headerH, ctx.width, ctx.height - headerH};
     const int rows = (static_cast<int>(entries_.size()) + g.columns - 1) / g.columns;
     const double content = kGap + rows * (g.cardH + kGap);
+    revealFocus(view, &scroll_);
     applyScroll(ctx, view, content, &scroll_);
+    FocusList list(&scroll_);
 
     gpuSetClip(view.x, view.y, view.w, view.h);
     cairo_save(ctx.cr);
@@ -84,6 +87,7 @@ class GalleryScreen : public Screen {
       // The row above and below is painted ahead, with what the frame has left.
       const bool visible = card.y + card.h >= view.y && card.y <= view.y + view.h;
       if (!visible) {
+        focusPlaceholder(card);  // still in the keyboard's order
         if (card.y + card.h >= view.y - g.cardH && card.y <= view.y + view.h + g.cardH) thumbFor(entries_[i], card.w, g.pictureH, false);
         continue;
       }

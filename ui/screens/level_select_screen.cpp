@@ -12,6 +12,7 @@
 #include "i18n/i18n.h"
 #include "store/store.h"
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/gpu.h"
 #include "ui/screens/screens.h"
 #include "ui/text.h"
@@ -126,7 +127,10 @@ class LevelSelectScreen : public Screen {
       }
       const Rect viewport{0, grid.top, ctx.width, ctx.height - grid.top};
       const double content = grid.contentHeight(entries_.size());
-      if (lockOpen_ == 0) applyScroll(ctx, viewport, content, &scroll_);
+      if (lockOpen_ == 0) {
+        revealFocus(viewport, &scroll_);
+        applyScroll(ctx, viewport, content, &scroll_);
+      }
       drawGrid(ctx, grid, viewport);
       scrollbar(ctx, viewport, content, scroll_);
     }
@@ -141,7 +145,8 @@ class LevelSelectScreen : public Screen {
 
   void drawGrid(Ctx& ctx, const Grid& grid, const Rect& viewport) {
     // The chips under the header are cut off: the pointer there is not over them.
-    InputShield outside(ctx, !ctx.hover(viewport));
+    InputShield outside(ctx, !ctx.hover(viewport), Shield::PointerOnly);
+    FocusList list(&scroll_);
     gpuSetClip(viewport.x, viewport.y, viewport.w, viewport.h);
     cairo_save(ctx.cr);
     cairo_rectangle(ctx.cr, viewport.x, viewport.y, viewport.w, viewport.h);
@@ -149,7 +154,13 @@ class LevelSelectScreen : public Screen {
     int firstShown = -1, lastShown = -1;
     for (size_t i = 0; i < entries_.size(); ++i) {
       const Rect card = grid.card(static_cast<int>(i), scroll_);
-      if (card.y + card.h <= viewport.y || card.y >= viewport.y + viewport.h) continue;
+      if (card.y + card.h <= viewport.y || card.y >= viewport.y + viewport.h) {
+        // Not drawn, but still in the keyboard's order.
+        for (const core::DifficultyDef& d : core::difficulties()) {
+          focusPlaceholder(chipRect(card, grid.thumbH, d.index));
+        }
+        continue;
+      }
       if (firstShown < 0) firstShown = static_cast<int>(i);
       lastShown = static_cast<int>(i);
       drawCard(ctx, i, card, grid.thumbH);
@@ -209,13 +220,16 @@ class LevelSelectScreen : public Screen {
     drawChips(ctx, e, card, thumbH);
   }
 
-  void drawChips(Ctx& ctx, const core::LevelProgress& e, const Rect& card, double thumbH) {
+  static Rect chipRect(const Rect& card, double thumbH, int k) {
     const double chipW = (card.w - 16 - 12) / kChipsPerRow;
+    return Rect{card.x + 8 + (k % kChipsPerRow) * (chipW + kChipGapX),
+                card.y + thumbH + 8 + (k / kChipsPerRow) * kChipStepY, chipW, kChipH};
+  }
+
+  void drawChips(Ctx& ctx, const core::LevelProgress& e, const Rect& card, double thumbH) {
     for (const core::DifficultyDef& d : core::difficulties()) {
-      const int k = d.index;
-      const Rect r{card.x + 8 + (k % kChipsPerRow) * (chipW + kChipGapX),
-                   card.y + thumbH + 8 + (k / kChipsPerRow) * kChipStepY, chipW, kChipH};
-      if (!difficultyChip(ctx, r, gridLabel(d), chipState(e, k))) continue;
+      const Rect r = chipRect(card, thumbH, d.index);
+      if (!difficultyChip(ctx, r, gridLabel(d), chipState(e, d.index))) continue;
       if (e.locked) {
         lockOpen_ = e.level->number;
       } else {

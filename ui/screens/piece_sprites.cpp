@@ -39,17 +39,18 @@ void PieceSprites::refreshKeys(const core::Puzzle& puzzle) {
   keyedH_ = puzzle.cellH;
   keyedPrefix_ = prefix_;
   for (size_t i = 0; i < wanted_.size(); ++i) {
-    wanted_[i].key[0] = pieceTextureKey(prefix_, puzzle, puzzle.pieces[i], false);
-    wanted_[i].key[1] = pieceTextureKey(prefix_, puzzle, puzzle.pieces[i], true);
+    for (PieceLook look : {PieceLook::Outlined, PieceLook::Plain, PieceLook::Strong}) {
+      wanted_[i].key[static_cast<int>(look)] = pieceTextureKey(prefix_, puzzle, puzzle.pieces[i], look);
+    }
     wanted_[i].thumb = pieceThumbKey(puzzle.levelId, puzzle, puzzle.pieces[i], kThumb, true);
   }
 }
 
-SDL_Texture* PieceSprites::texture(const core::Puzzle& puzzle, const core::Piece& piece, bool noOutline,
+SDL_Texture* PieceSprites::texture(const core::Puzzle& puzzle, const core::Piece& piece, PieceLook look,
                                    cairo_surface_t* (*picture)(void*), void* pictureUser) {
   const size_t index = static_cast<size_t>(piece.row * puzzle.cols + piece.col);
   if (index >= shown_.size()) return nullptr;
-  const std::string& want = wanted_[index].key[noOutline ? 1 : 0];
+  const std::string& want = wanted_[index].key[static_cast<int>(look)];
   Shown& shown = shown_[index];
   SDL_Texture* tex = gpuCachedTexture(want, pixelW_, pixelH_);
   if (!tex) {
@@ -61,7 +62,7 @@ SDL_Texture* PieceSprites::texture(const core::Puzzle& puzzle, const core::Piece
     // Painting at a higher tier is painting at a higher device scale.
     const double scale = gpuScale();
     gpuSetScale(scale * tier_);
-    tex = pieceTexture(prefix_, puzzle, piece, picture(pictureUser), noOutline);
+    tex = pieceTexture(prefix_, puzzle, piece, picture(pictureUser), look);
     gpuSetScale(scale);
     budget_ -= static_cast<long>(pixelW_) * pixelH_;
     if (!tex) {

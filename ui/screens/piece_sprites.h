@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/puzzle.h"
+#include "ui/textures/piece_textures.h"
 
 namespace ui {
 
@@ -25,7 +26,7 @@ class PieceSprites {
   // `tier` multiplies the texture resolution (1, or 2 while zoomed in);
   // `picture` is fetched only when something is painted.
   void beginFrame(const core::Puzzle& puzzle, int tier);
-  SDL_Texture* texture(const core::Puzzle& puzzle, const core::Piece& piece, bool noOutline,
+  SDL_Texture* texture(const core::Puzzle& puzzle, const core::Piece& piece, PieceLook look,
                        cairo_surface_t* (*picture)(void*), void* pictureUser);
   // The piece's square tray thumbnail; thumbnails are few and small, so they
   // are painted as soon as they are shown.
@@ -42,7 +43,7 @@ class PieceSprites {
     int w = 0, h = 0;
   };
   struct Wanted {
-    std::string key[2];  // outlined, no outline
+    std::string key[3];  // by PieceLook
     std::string thumb;
   };
 

@@ -61,6 +61,10 @@ void paintBoard(cairo_t* cr, void* user) {
   cairo_stroke(cr);
 }
 
+PieceLook looseLook(const store::Settings& settings) {
+  return settings.strongOutlines ? PieceLook::Strong : PieceLook::Outlined;
+}
+
 int luminance(uint32_t rgb) {
   return (((rgb >> 16) & 255) * 299 + ((rgb >> 8) & 255) * 587 + (rgb & 255) * 114) / 1000;
 }
@@ -131,6 +135,7 @@ uint64_t PlayingScreen::tableSignature(const Ctx& ctx, const store::Settings& se
   }
   for (const store::OptColor& c : {settings.bgColor, settings.boardColor, settings.gridColor}) sig.add(c);
   sig.add(settings.hideConnectedBorder);
+  sig.add(settings.strongOutlines);
   sig.add(held_);
   sig.add(sprites_.tier());
   for (const core::Piece& p : puzzle_.pieces) {
@@ -202,8 +207,9 @@ void PlayingScreen::drawBoard(const store::Settings& settings) {
 
 // Displayed positions (restX, restY) catch up with the real ones, so a
 // snapped piece slides home instead of jumping.
-void PlayingScreen::easePieces(double dt) {
-  const double k = 1.0 - std::exp(-kEaseRate * std::max(dt, 0.0));
+// With reduced motion they are there at once.
+void PlayingScreen::easePieces(double dt, bool still) {
+  const double k = still ? 1.0 : 1.0 - std::exp(-kEaseRate * std::max(dt, 0.0));
   for (size_t i = 0; i < puzzle_.pieces.size(); ++i) {
     core::Piece& p = puzzle_.pieces[i];
     if (static_cast<int>(i) == held_) continue;
@@ -225,7 +231,7 @@ void PlayingScreen::drawPieces(const store::Settings& settings, bool held) {
     const double m = kShadowBlur, drop = kShadowDrop / view_.zoom;
     blitPiece(pieceShadowTexture(puzzle_, *heldPiece), *heldPiece, heldPiece->x - m + drop, heldPiece->y - m + drop,
               boxW + 2 * m, boxH + 2 * m, view_, kLift);
-    SDL_Texture* tex = sprites_.texture(puzzle_, *heldPiece, false, boardPicture, &picture);
+    SDL_Texture* tex = sprites_.texture(puzzle_, *heldPiece, looseLook(settings), boardPicture, &picture);
     blitPiece(tex, *heldPiece, heldPiece->x, heldPiece->y, boxW, boxH, view_, kLift);
     return;
   }
@@ -239,8 +245,10 @@ void PlayingScreen::drawPieces(const store::Settings& settings, bool held) {
   });
   for (const core::Piece* p : drawOrder_) {
     if (p == heldPiece) continue;
-    SDL_Texture* tex =
-        sprites_.texture(puzzle_, *p, p->placed && settings.hideConnectedBorder, boardPicture, &picture);
+    const PieceLook look = !p->placed                    ? looseLook(settings)
+                           : settings.hideConnectedBorder ? PieceLook::Plain
+                                                          : PieceLook::Outlined;
+    SDL_Texture* tex = sprites_.texture(puzzle_, *p, look, boardPicture, &picture);
     blitPiece(tex, *p, p->restX, p->restY, boxW, boxH, view_, 1.0);
   }
 }

@@ -1,7 +1,9 @@
-// The playing screen's input: keys first, then the held piece, panning, the
-// tray strips and the table, in that order of precedence.
+// The playing screen's input: keys first (keyboard play before the rest,
+// playing_keys.cpp), then the held piece, panning, the tray strips and the
+// table, in that order of precedence.
 #include <SDL.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "audio/audio.h"
@@ -40,7 +42,10 @@ void PlayingScreen::stepZoom(double delta, const Ctx& ctx) {
 
 void PlayingScreen::handleKeys(Ctx& ctx, const store::Settings& settings) {
   const bool zoom = zoomEnabled(settings);
+  // Escape lets a picked piece go; only a second one leaves the puzzle.
+  const bool escapeLetsGo = picked_ >= 0 && ctx.in.hasKey(SDLK_ESCAPE);
   for (const int32_t key : ctx.in.keys) {
+    if (handlePieceKey(ctx, key, settings)) continue;
     if (ctx.in.ctrl && key == SDLK_z) {
       if (puzzle_.undo()) {
         audio::play(audio::Sfx::Click);
@@ -62,6 +67,10 @@ void PlayingScreen::handleKeys(Ctx& ctx, const store::Settings& settings) {
       view_.offsetX += key == SDLK_LEFT ? kArrowPan : key == SDLK_RIGHT ? -kArrowPan : 0;
       view_.offsetY += key == SDLK_UP ? kArrowPan : key == SDLK_DOWN ? -kArrowPan : 0;
     }
+  }
+  if (escapeLetsGo) {
+    std::vector<int32_t>& keys = ctx.in.keys;
+    keys.erase(std::remove(keys.begin(), keys.end(), SDLK_ESCAPE), keys.end());
   }
 }
 

@@ -5,6 +5,7 @@
 #include "audio/audio.h"
 #include "i18n/i18n.h"
 #include "store/store.h"
+#include "ui/focus.h"
 #include "ui/frame_layer.h"
 #include "ui/gpu.h"
 #include "ui/screens/screens.h"
@@ -37,6 +38,9 @@ std::unique_ptr<Screen> makePlayingScreen(std::string levelId, int rows, int col
 
 void PlayingScreen::update(Ctx& ctx) {
   store::Settings& settings = store::settings();
+  // Tab, the arrows and Return play pieces here; only a question's buttons
+  // take the focus.
+  if (!dialogOpen()) focusYieldKeys();
   headerH_ = headerHeightFor(ctx, settings);
   landscape_ = ctx.width > ctx.height;
   puzzle_.layout(ctx.width, ctx.height, headerH_, settings.boardLayout, TrayStrips::kExtent);
@@ -103,7 +107,7 @@ void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {
   // Everything this screen puts on the frame layer is drawn by the widget
   // kit's primitives, which report where.
   layerTrackDamage();
-  easePieces(ctx.dt);
+  easePieces(ctx.dt, ctx.reducedMotion);
   if (!paused_) {
     // Piece textures are painted at twice the resolution from 150 % zoom on.
     sprites_.beginFrame(puzzle_, view_.zoom >= 1.5 ? 2 : 1);
@@ -115,6 +119,7 @@ void PlayingScreen::drawScreen(Ctx& ctx, const store::Settings& settings) {
     drawTable(ctx, settings, strips ? &table : nullptr);
     if (strips) drawTray(settings);
     drawPieces(settings, true);
+    drawKeyboardMarks(ctx);
   }
   drawHeader(ctx, settings);
   drawHints(ctx, settings);
@@ -226,7 +231,7 @@ void PlayingScreen::handleDialog(Ctx& ctx, const store::Settings& settings) {
 }
 
 void PlayingScreen::restartGame(const store::Settings& settings) {
-  held_ = -1;
+  held_ = picked_ = -1;
   puzzle_.restart();
   puzzle_.applyRotationMode(settings.rotationMode);
   clockCarryMs_ = 0;
@@ -235,7 +240,7 @@ void PlayingScreen::restartGame(const store::Settings& settings) {
 
 // Placed pieces stay; everything else is dealt and turned anew.
 void PlayingScreen::shuffleGame(const store::Settings& settings) {
-  held_ = -1;
+  held_ = picked_ = -1;
   puzzle_.scatter(7);
   puzzle_.applyRotationMode(settings.rotationMode);
   if (settings.boardLayout == store::BoardLayout::ScrollTray) puzzle_.fillTray();

@@ -40,6 +40,10 @@ class PlayingScreen : public Screen {
   bool solved() const { return solvedAt_ >= 0; }
   // Where the turning hint shows this frame; empty when it does not.
   const Rect& hintRect() const { return hint_; }
+  // Keyboard play: the piece picked with Tab (-1 none) and the cell cursor.
+  int picked() const { return picked_; }
+  int cursorRow() const { return cursorRow_; }
+  int cursorCol() const { return cursorCol_; }
 
  private:
   enum class Dialog { None, Restart, Shuffle };
@@ -71,6 +75,17 @@ class PlayingScreen : public Screen {
   void stepZoom(double delta, const Ctx& ctx);
   bool zoomEnabled(const store::Settings& settings) const;
 
+  // Keyboard play (playing_keys.cpp).
+  bool handlePieceKey(Ctx& ctx, int32_t key, const store::Settings& settings);
+  void pickNext(int step);
+  void putDown(const store::Settings& settings);
+  void moveCursor(int dRow, int dCol);
+  void showPicked(const Ctx& ctx, bool cursor);
+  void drawKeyboardMarks(Ctx& ctx);
+  // The loose pieces in the order Tab visits them: the tray strips first,
+  // then the table in reading order of where the pieces lie.
+  std::vector<int> pickOrder();
+
   // Drawing (playing_draw.cpp).
   // The board and the pieces at rest, cached while nothing on them changes.
   void drawTable(const Ctx& ctx, const store::Settings& settings, const Rect* clip);
@@ -79,7 +94,7 @@ class PlayingScreen : public Screen {
   // The pieces on the table, or only the piece in hand.
   void drawPieces(const store::Settings& settings, bool held);
   void drawTray(const store::Settings& settings);
-  void easePieces(double dt);
+  void easePieces(double dt, bool still);
 
   // Header and overlays (playing_header.cpp).
   double headerHeightFor(const Ctx& ctx, const store::Settings& settings) const;
@@ -120,6 +135,11 @@ class PlayingScreen : public Screen {
   // The view before a pickup zoomed out to the whole board, to return to.
   bool pickupZoomed_ = false;
   BoardView beforePickup_;
+
+  int picked_ = -1;  // index of the piece picked with Tab
+  int cursorRow_ = 0, cursorCol_ = 0;
+  int pickSlot_ = 0;  // the place in the Tab order a put-down piece left
+  std::vector<int> pickOrder_;  // kept across frames
 };
 
 }  // namespace ui

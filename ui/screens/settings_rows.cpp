@@ -1,6 +1,7 @@
 // The settings page's rows, top to bottom: the option rows, the on/off rows,
 // the five colour rows and the preview of the colours they make, the volume
-// sliders and the sound switch, and the language and reset buttons.
+// sliders and the sound switch, the language and reset buttons, and the rows
+// of motion, interface size and piece outlines.
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -85,33 +86,57 @@ std::vector<std::string> translated(const char* const* keys, size_t n) {
   return out;
 }
 
+// A labelled line of option buttons at *y, which moves on to the next row;
+// the index newly chosen, or -1 (also for the one already chosen).
+int choiceRow(Ctx& ctx, const SettingsColumn& c, double* y, const char* labelKey,
+              const std::vector<std::string>& labels, int selected) {
+  rowLabel(ctx, c, *y, i18n::tr(labelKey));
+  const int pick = optionButtons(ctx, c, *y + kControlsBelow, labels, selected);
+  *y += kControlsBelow + kOptionH + kRowGap;
+  return pick != selected ? pick : -1;
+}
+
 // An option row over an enumeration stored as 0, 1, 2.
 template <typename Enum, size_t N>
 double enumRow(Ctx& ctx, const SettingsColumn& c, double y, const char* labelKey, const char* const (&keys)[N],
                Enum* value, bool* changed) {
-  rowLabel(ctx, c, y, i18n::tr(labelKey));
-  const int pick = optionButtons(ctx, c, y + kControlsBelow, translated(keys, N), static_cast<int>(*value));
-  if (pick >= 0 && pick != static_cast<int>(*value)) {
+  const int pick = choiceRow(ctx, c, &y, labelKey, translated(keys, N), static_cast<int>(*value));
+  if (pick >= 0) {
     *value = static_cast<Enum>(pick);
     *changed = true;
   }
-  return y + kControlsBelow + kOptionH + kRowGap;
+  return y;
 }
 
 double difficultyRow(Ctx& ctx, const SettingsColumn& c, double y, int* difficulty, bool* changed) {
-  rowLabel(ctx, c, y, i18n::tr("settings.difficulty"));
   std::vector<std::string> names;
   int selected = -1;
   for (const core::DifficultyDef& d : core::difficulties()) {
     if (d.index == *difficulty) selected = static_cast<int>(names.size());
     names.push_back(i18n::tr(d.nameKey));
   }
-  const int pick = optionButtons(ctx, c, y + kControlsBelow, names, selected);
-  if (pick >= 0 && pick != selected) {
+  const int pick = choiceRow(ctx, c, &y, "settings.difficulty", names, selected);
+  if (pick >= 0) {
     *difficulty = core::difficulties()[static_cast<size_t>(pick)].index;
     *changed = true;
   }
-  return y + kControlsBelow + kOptionH + kRowGap;
+  return y;
+}
+
+// 100 %, 125 %, 150 %, 200 %: the size of the logical pixel, from the next frame.
+double interfaceSizeRow(Ctx& ctx, const SettingsColumn& c, double y, int* scale, bool* changed) {
+  std::vector<std::string> labels;
+  int selected = -1;
+  for (const int size : store::kInterfaceScales) {
+    if (size == *scale) selected = static_cast<int>(labels.size());
+    labels.push_back(std::to_string(size) + " %");
+  }
+  const int pick = choiceRow(ctx, c, &y, "settings.interfaceSize", labels, selected);
+  if (pick >= 0) {
+    *scale = store::kInterfaceScales[pick];
+    *changed = true;
+  }
+  return y;
 }
 
 double toggle(Ctx& ctx, const SettingsColumn& c, double y, const char* labelKey, bool* value, bool* changed) {
@@ -221,7 +246,15 @@ double SettingsScreen::choiceRows(Ctx& ctx, store::Settings& s, const SettingsCo
 double SettingsScreen::drawRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
   y = choiceRows(ctx, s, c, y);
   y = soundRows(ctx, s, c, y);
-  return buttonRows(ctx, s, c, y);
+  y = buttonRows(ctx, s, c, y) + kRowGap;
+  return accessRows(ctx, s, c, y);
+}
+
+// For players who need the game stiller, larger or plainer to see.
+double SettingsScreen::accessRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y) {
+  y = toggle(ctx, c, y, "settings.reducedMotion", &s.reducedMotion, &dirty_);
+  y = interfaceSizeRow(ctx, c, y, &s.interfaceScale, &dirty_);
+  return toggle(ctx, c, y, "settings.strongOutlines", &s.strongOutlines, &dirty_) - kRowGap;
 }
 
 // A labelled volume slider; true when it moved the value this frame.

@@ -9,6 +9,7 @@
 #include "i18n/i18n.h"
 #include "store/store.h"
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/gpu.h"
 #include "ui/screens/screens.h"
 #include "ui/text.h"
@@ -93,7 +94,8 @@ void SettingsScreen::drawPage(Ctx& ctx, store::Settings& s, const Rect& view) {
   cairo_clip(ctx.cr);
   {
     // Rows scrolled up under the header must not take its clicks.
-    InputShield outside(ctx, !ctx.hover(view));
+    InputShield outside(ctx, !ctx.hover(view), Shield::PointerOnly);
+    FocusList list(&offset_);
     const double top = view.y + kTopPad - offset_;
     contentH_ = drawRows(ctx, s, c, top) - (view.y - offset_) + kBottomPad;
   }
@@ -109,6 +111,7 @@ void SettingsScreen::scrollPage(Ctx& ctx, const Rect& view) {
     const Rect grab{r.x - kSliderGrabX, r.y - kSliderGrabY, r.w + 2 * kSliderGrabX, r.h + 2 * kSliderGrabY};
     if (ctx.hover(grab)) ctx.in.mousePressed = false;
   }
+  revealFocus(view, &offset_);
   applyScroll(ctx, view, contentH_, &offset_);
   ctx.in.mousePressed = pressed;
 }
@@ -136,6 +139,7 @@ void SettingsScreen::languageList(Ctx& ctx, store::Settings& s) {
   const double h = kListTitleH + viewH + kListFootH;
   const Rect box{(ctx.width - w) * 0.5, (ctx.height - h) * 0.5, w, h};
   const Rect view{box.x + 20, box.y + kListTitleH, w - 40, viewH};
+  revealFocus(view, &languageOffset_);
   applyScroll(ctx, view, listH, &languageOffset_);
 
   modalBox(ctx, box);
@@ -147,11 +151,15 @@ void SettingsScreen::languageList(Ctx& ctx, store::Settings& s) {
   cairo_rectangle(ctx.cr, view.x, view.y, view.w, view.h);
   cairo_clip(ctx.cr);
   {
-    InputShield outside(ctx, !ctx.hover(view));
+    InputShield outside(ctx, !ctx.hover(view), Shield::PointerOnly);
+    FocusList list(&languageOffset_);
     const double itemW = view.w - (listH > viewH ? 14 : 0);  // room for the scrollbar
     for (size_t i = 0; i <= langs.size(); ++i) {
       const Rect r{view.x, view.y + static_cast<double>(i) * kItemStep - languageOffset_, itemW, kItemH};
-      if (r.y + r.h < view.y || r.y > view.y + view.h) continue;
+      if (r.y + r.h < view.y || r.y > view.y + view.h) {
+        focusPlaceholder(r);  // still in the keyboard's order
+        continue;
+      }
       const std::string& code = i == 0 ? systemCode : langs[i - 1].code;
       const std::string label = i == 0 ? i18n::tr("settings.languageSystem") : langs[i - 1].nativeName;
       if (plainButton(ctx, r, label, code == s.language)) chosen = &code;

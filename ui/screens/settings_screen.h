@@ -65,6 +65,7 @@ class SettingsScreen : public Screen {
   double soundRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y);
   bool volumeRow(Ctx& ctx, const SettingsColumn& c, double* y, const char* labelKey, double* value);
   double buttonRows(Ctx& ctx, const store::Settings& s, const SettingsColumn& c, double y);
+  double accessRows(Ctx& ctx, store::Settings& s, const SettingsColumn& c, double y);
   void languageList(Ctx& ctx, store::Settings& s);
   void resetDialog(Ctx& ctx);
   void persist(const Ctx& ctx);

@@ -106,6 +106,7 @@ class SolvedScreen : public Screen {
       viewer_.drag(in.dx, in.dy, ctx.dt);
     } else {
       panning_ = false;
+      if (ctx.reducedMotion) viewer_.stop();  // no glide after the hand lets go
       viewer_.coast(ctx.dt);
       if (viewer_.velX != 0 || viewer_.velY != 0) ctx.requestFrame();
     }

@@ -91,6 +91,24 @@ core::Piece* TrayStrips::pieceAt(double x, double y) const {
   return nullptr;
 }
 
+bool TrayStrips::find(const core::Piece* piece, int* strip, size_t* k) const {
+  for (int i = 0; i < 2; ++i) {
+    const auto it = std::find(items_[i].begin(), items_[i].end(), piece);
+    if (it == items_[i].end()) continue;
+    *strip = i;
+    *k = static_cast<size_t>(it - items_[i].begin());
+    return true;
+  }
+  return false;
+}
+
+void TrayStrips::reveal(int i, size_t k) {
+  const double start = kInset + k * kPitch;  // along the strip, unscrolled
+  // Its far end in view, then its near end, which wins in a strip too short for both.
+  scroll_[i] = std::min(std::max(scroll_[i], start + kThumb + kInset - length(i)), start - kInset);
+  clampScroll();
+}
+
 bool TrayStrips::handleScroll(const Ctx& ctx) {
   const Input& in = ctx.in;
   if (dragStrip_ >= 0) {

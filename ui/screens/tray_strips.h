@@ -40,6 +40,12 @@ class TrayStrips {
   // The piece whose thumbnail is under the point, or null.
   core::Piece* pieceAt(double x, double y) const;
 
+  // Where the piece's thumbnail is: its strip and place in it; false when
+  // it is in neither strip.
+  bool find(const core::Piece* piece, int* strip, size_t* k) const;
+  // Scrolls strip i just enough to show item k whole.
+  void reveal(int i, size_t k);
+
   // Wheel over a strip scrolls it; a press on a strip's empty part starts a
   // drag that scrolls it until release. True while the tray took the input.
   bool handleScroll(const Ctx& ctx);

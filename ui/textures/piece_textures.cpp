@@ -15,7 +15,7 @@ struct PiecePaint {
   const core::Puzzle* puzzle;
   const core::Piece* piece;
   cairo_surface_t* picture;
-  bool noOutline;
+  PieceLook look;
   double scale;  // piece units to texture units
   double offsetX, offsetY;
 };
@@ -49,11 +49,12 @@ void paintPiece(cairo_t* cr, void* user) {
     cairo_set_source_rgba(cr, 0.9607843137254902, 0.6509803921568628, 0.13725490196078433, 0.4);
     cairo_fill_preserve(cr);
   }
-  if (req.noOutline) {
+  if (req.look == PieceLook::Plain) {
     cairo_new_path(cr);
   } else {
-    cairo_set_source_rgba(cr, 1, 1, 1, 0.35);
-    cairo_set_line_width(cr, 1.5);
+    const bool strong = req.look == PieceLook::Strong;
+    cairo_set_source_rgba(cr, 1, 1, 1, strong ? 0.9 : 0.35);
+    cairo_set_line_width(cr, strong ? 4.0 : 1.5);
     cairo_stroke(cr);
   }
   cairo_restore(cr);
@@ -83,8 +84,9 @@ std::string pieceStem(const char* kind, const std::string& prefix, const core::P
 std::string sizeKey(double w, double h) { return std::to_string(std::lround(w)) + "x" + std::to_string(std::lround(h)); }
 
 std::string pieceTextureKey(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,
-                            bool noOutline) {
-  return pieceStem("pc_", prefix, puzzle, piece) + sizeKey(boxW(puzzle), boxH(puzzle)) + (noOutline ? "_n" : "_b");
+                            PieceLook look) {
+  static const char* const kSuffix[] = {"_b", "_n", "_s"};
+  return pieceStem("pc_", prefix, puzzle, piece) + sizeKey(boxW(puzzle), boxH(puzzle)) + kSuffix[static_cast<int>(look)];
 }
 
 std::string pieceThumbKey(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece, int size,
@@ -100,14 +102,14 @@ std::string boardTextureKey(const core::Puzzle& puzzle, unsigned first, unsigned
 }
 
 SDL_Texture* pieceTexture(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,
-                          cairo_surface_t* picture, bool noOutline) {
-  PiecePaint req{&puzzle, &piece, picture, noOutline, 1.0, 0, 0};
-  return gpuTexture(pieceTextureKey(prefix, puzzle, piece, noOutline), pixels(boxW(puzzle)), pixels(boxH(puzzle)),
+                          cairo_surface_t* picture, PieceLook look) {
+  PiecePaint req{&puzzle, &piece, picture, look, 1.0, 0, 0};
+  return gpuTexture(pieceTextureKey(prefix, puzzle, piece, look), pixels(boxW(puzzle)), pixels(boxH(puzzle)),
                     paintPiece, &req);
 }
 
 SDL_Texture* pieceShadowTexture(const core::Puzzle& puzzle, const core::Piece& piece) {
-  PiecePaint req{&puzzle, &piece, nullptr, false, 1.0, 0, 0};
+  PiecePaint req{&puzzle, &piece, nullptr, PieceLook::Outlined, 1.0, 0, 0};
   const double w = boxW(puzzle) + 2 * kShadowBlur, h = boxH(puzzle) + 2 * kShadowBlur;
   return gpuTexture(pieceStem("sh_", puzzle.levelId, puzzle, piece) + sizeKey(w, h), pixels(w), pixels(h),
                     paintShadow, &req);
@@ -120,7 +122,7 @@ SDL_Texture* pieceThumbTexture(const std::string& prefix, const core::Puzzle& pu
   const double m = std::max(pw, ph);
   const double s = m > 0 ? size / m : 1.0;
   double w = size, h = size;
-  PiecePaint req{&puzzle, &piece, picture, false, s, 0, 0};
+  PiecePaint req{&puzzle, &piece, picture, PieceLook::Outlined, s, 0, 0};
   if (square) {
     req.offsetX = (size - s * pw) / 2;
     req.offsetY = (size - s * ph) / 2;

@@ -13,10 +13,15 @@
 
 namespace ui {
 
+// The rim a piece is painted with: the faint light one, none (a placed
+// piece whose neighbours hide it), or a wide bright one that stands out for
+// eyes that need it (loose pieces, by the player's setting).
+enum class PieceLook { Outlined = 0, Plain = 1, Strong = 2 };
+
 // lround(w) "x" lround(h): 83.6 x 80.2 gives "84x80".
 std::string sizeKey(double w, double h);
 std::string pieceTextureKey(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,
-                            bool noOutline);
+                            PieceLook look);
 std::string pieceThumbKey(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece, int size,
                           bool square);
 std::string boardTextureKey(const core::Puzzle& puzzle, unsigned first, unsigned second, bool flag, int pixelW,
@@ -25,7 +30,7 @@ std::string boardTextureKey(const core::Puzzle& puzzle, unsigned first, unsigned
 // The piece at its image box size (cell plus pad on every side). `picture`
 // may be null: the piece is then a translucent orange shape.
 SDL_Texture* pieceTexture(const std::string& prefix, const core::Puzzle& puzzle, const core::Piece& piece,
-                          cairo_surface_t* picture, bool noOutline);
+                          cairo_surface_t* picture, PieceLook look);
 // The soft shadow a lifted piece casts: its outline faded out over
 // kShadowBlur units, in a texture that margin larger than the image box on
 // every side. Painted once per piece shape and size.

@@ -82,8 +82,10 @@ double wavyTitle(Ctx& ctx, double cx, double cy, const std::string& text, double
     total += widths[i] + kCharGap;
   }
 
-  ctx.requestFrame();  // it never stops waving
-  const double t = 2 * M_PI * ctx.time;
+  // It never stops waving, unless the player asked for stillness: then it
+  // stands as the wave leaves it at time 0.
+  if (!ctx.reducedMotion) ctx.requestFrame();
+  const double t = ctx.reducedMotion ? 0 : 2 * M_PI * ctx.time;
   double left = cx - total * 0.5;
   for (size_t i = 0; i < chars.size(); ++i) {
     const double phase = 0.45 * static_cast<double>(i);

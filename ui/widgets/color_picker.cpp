@@ -7,6 +7,7 @@
 //   input while open                     effect
 //   press on the hue bar                 hue follows the pointer until release,
 //                                        clamped to the bar's ends
+//   Left / Right on the focused bar      hue steps by 10 degrees
 //   drag on the brightness slider        lightness follows the pointer
 //   OK, Return                           Chosen
 //   Cancel, Escape                       Cancelled (Escape wins over Return)
@@ -20,6 +21,7 @@
 
 #include "i18n/i18n.h"
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/widgets/buttons.h"
 #include "ui/widgets/controls.h"
 #include "ui/widgets/dialog.h"
@@ -34,6 +36,7 @@ namespace {
 constexpr double kSaturation = 0.65;
 constexpr double kMinLightness = 0.05, kMaxLightness = 0.95;
 constexpr double kBoxMaxW = 420, kBoxH = 320, kInset = 24;
+constexpr double kHueKeyStep = 10;  // degrees per Left or Right on the focused bar
 
 struct PickerRects {
   Rect box, bar, slider, swatch, cancel, ok;
@@ -55,6 +58,7 @@ PickerRects pickerRects(const Ctx& ctx) {
 
 void followHueBar(Ctx& ctx, const Rect& bar, ColorPickerState& state) {
   traceWidget("hue", bar);
+  state.hue = std::clamp(state.hue + kHueKeyStep * focusSlide(ctx, bar), 0.0, 360.0);
   // A quick click can press and let go within one frame: it still counts.
   if (ctx.in.mousePressed && ctx.hover(bar)) state.draggingHue = true;
   if (state.draggingHue) {

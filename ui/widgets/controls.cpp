@@ -4,6 +4,7 @@
 
 #include "i18n/i18n.h"
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/widgets/look.h"
 #include "ui/widgets/theme.h"
 #include "ui/widgets/trace.h"
@@ -17,6 +18,7 @@ constexpr double kGrabMarginX = 12;
 constexpr double kGrabMarginY = 10;
 
 constexpr double kSwitchW = 52, kSwitchH = 28, kSwitchKnob = 11;
+constexpr double kKeyStep = 0.05;  // of the range, per Left or Right on a focused slider
 
 }  // namespace
 
@@ -24,8 +26,10 @@ constexpr double kSwitchW = 52, kSwitchH = 28, kSwitchKnob = 11;
 // which the button is held over its (widened) area it follows the pointer and
 // takes the click, so the release that ends the drag presses nothing else.
 // Held, it asks for every frame, so the screen may follow the value live.
+// Focused, Left and Right step it by a twentieth of the range.
 double slider(Ctx& ctx, const Rect& r, double value) {
   traceWidget("slider", r);
+  if (const int steps = focusSlide(ctx, r)) value = std::clamp(value + steps * kKeyStep, 0.0, 1.0);
   const Rect grab{r.x - kGrabMarginX, r.y - kGrabMarginY, r.w + 2 * kGrabMarginX, r.h + 2 * kGrabMarginY};
   // A press counts even when the button is let go again within the frame.
   if ((ctx.in.mouseDown || ctx.in.mousePressed) && r.w > 0 && ctx.hover(grab)) {

@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/widgets/trace.h"
 
 namespace ui {
@@ -26,7 +27,8 @@ void drawLabel(cairo_t* cr, const Rect& r, const std::string& text, const TextSt
 
 bool pressWidget(Ctx& ctx, const Rect& r, const std::string& traceLabel) {
   traceWidget(traceLabel, r);
-  if (!ctx.takeClick(r)) return false;
+  const bool keyed = focusPressed(ctx, r);  // registered in the focus order whatever the pointer does
+  if (!ctx.takeClick(r) && !keyed) return false;
   audio::play(audio::Sfx::Click);
   return true;
 }

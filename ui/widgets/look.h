@@ -28,8 +28,8 @@ void drawBox(cairo_t* cr, const Rect& r, double radius, const BoxLook& look);
 TextStyle labelStyle(double size, bool bold, uint32_t rgb, double maxWidth);
 void drawLabel(cairo_t* cr, const Rect& r, const std::string& text, const TextStyle& style);
 
-// Records the widget for tests, asks for the frame's click and plays the
-// click sound when it is taken.
+// Records the widget for tests, asks for the frame's click (or, focused, for
+// Return or Space) and plays the click sound when it is taken.
 bool pressWidget(Ctx& ctx, const Rect& r, const std::string& traceLabel);
 
 }  // namespace ui

@@ -13,6 +13,7 @@
 //   not held                      the offset glides on, slowing by e^-6 per
 //                                 second, and stops below 20 units/s or at an end
 //   wheel inside                  offset -= 60 per unit
+//   reduced motion                nothing glides: a list let go stops
 //
 // A held drag and a glide ask for every next frame: the speed must fall
 // while the finger rests, or a list let go after a pause would fly off.
@@ -22,6 +23,7 @@
 #include <cmath>
 
 #include "ui/draw.h"
+#include "ui/focus.h"
 #include "ui/widgets/theme.h"
 
 namespace ui {
@@ -34,6 +36,7 @@ constexpr double kSmoothing = 0.3;     // share of this frame's speed in the smo
 constexpr double kFriction = 6;        // per second, exponential
 constexpr double kStopSpeed = 20;      // units per second
 constexpr double kGlideThreshold = 1;  // below this nothing moves
+constexpr double kRevealMargin = 12;   // between a control scrolled in and the view's edge
 
 void followDrag(Ctx& ctx, double* offset) {
   DragState& drag = ctx.drag;
@@ -47,6 +50,7 @@ void followDrag(Ctx& ctx, double* offset) {
 
 void glide(Ctx& ctx, double* offset, double max) {
   DragState& drag = ctx.drag;
+  if (ctx.reducedMotion) drag.velocity = 0;
   if (std::fabs(drag.velocity) <= kGlideThreshold) return;
   *offset += drag.velocity * ctx.dt;
   drag.velocity *= std::exp(-kFriction * ctx.dt);
@@ -84,6 +88,16 @@ void applyScroll(Ctx& ctx, const Rect& viewport, double contentHeight, double* o
     glide(ctx, offset, max);
   }
   *offset = std::clamp(*offset, 0.0, max);
+}
+
+void revealFocus(const Rect& viewport, double* offset) {
+  Rect r;
+  if (!focusMovedTo(offset, &r)) return;
+  if (r.y < viewport.y) {
+    *offset -= viewport.y - r.y + kRevealMargin;
+  } else if (r.y + r.h > viewport.y + viewport.h) {
+    *offset += r.y + r.h - (viewport.y + viewport.h) + kRevealMargin;
+  }
 }
 
 void scrollbar(Ctx& ctx, const Rect& viewport, double contentHeight, double offset) {

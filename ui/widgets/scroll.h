@@ -9,5 +9,9 @@ namespace ui {
 // Updates *offset for this frame and clamps it to [0, content - viewport].
 void applyScroll(Ctx& ctx, const Rect& viewport, double contentHeight, double* offset);
 void scrollbar(Ctx& ctx, const Rect& viewport, double contentHeight, double offset);
+// In the frame after the keyboard focus moved to a control of the list
+// scrolled by *offset (registered under a FocusList), scrolls just enough to
+// show it whole; applyScroll clamps afterwards.
+void revealFocus(const Rect& viewport, double* offset);
 
 }  // namespace ui
