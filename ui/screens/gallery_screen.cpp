@@ -138,13 +138,7 @@ class GalleryScreen : public Screen {
     drawTextCentered(cr, cx, bottom + 38, formatDateTime(e.solvedAt), labelStyle(11, false, kColorMuted, card.w - 16));
 
     if (pressWidget(ctx, hit, "LVL " + std::to_string(level->number))) {
-      GameState next;
-      next.screen = ScreenKind::Solved;
-      next.levelId = e.imageId;
-      next.rows = e.rows;
-      next.cols = e.cols;
-      next.elapsedMs = e.elapsedMs;
-      Game::instance().push(next);
+      Game::instance().push(GameState{ScreenKind::Solved, e.imageId, e.rows, e.cols, e.elapsedMs});
     }
   }
 

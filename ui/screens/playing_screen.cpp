@@ -74,13 +74,8 @@ void PlayingScreen::update(Ctx& ctx) {
   if (dialogOpen()) handleDialog(ctx, settings);
 
   if (solved() && ctx.time - solvedAt_ >= kSolvedPause) {
-    GameState next;
-    next.screen = ScreenKind::Solved;
-    next.levelId = puzzle_.levelId;
-    next.rows = puzzle_.rows;
-    next.cols = puzzle_.cols;
-    next.elapsedMs = puzzle_.elapsedMs;
-    Game::instance().replace(next);
+    Game::instance().replace(
+        GameState{ScreenKind::Solved, puzzle_.levelId, puzzle_.rows, puzzle_.cols, puzzle_.elapsedMs});
   }
   requestFrames(ctx);
 }
