@@ -12,6 +12,7 @@ void Input::reset() {
   mouseDown = mousePressed = mouseReleased = doubleClick = rightPressed = middleDown = false;
   wheel = dx = dy = 0;
   keys.clear();
+  dropped.clear();
   ctrl = shift = spaceDown = false;
   windowActive = true;
 }

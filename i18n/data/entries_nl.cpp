@@ -104,6 +104,20 @@ const Entry kEntries_nl[kKeyCount] = {
     {"solved.time", "Tijd: {{time}}"},
     {"solved.title", "Opgelost!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle is al geopend in een ander venster. Deze tweede kopie sluit af zonder iets te wijzigen."},
+    {"levels.yourPictures", "Jouw afbeeldingen"},
+    {"levels.picturesHint", "Sleep foto's naar het venster of zet ze in de map."},
+    {"levels.openFolder", "Map openen"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Afbeelding niet toegevoegd"},
+    {"pictures.unreadable", "{{name}} kon niet worden geopend."},
+    {"pictures.notPicture", "{{name}} is geen afbeelding die het spel kan lezen."},
+    {"pictures.damaged", "{{name}} is beschadigd of onvolledig."},
+    {"pictures.tooSmall", "{{name}} is te klein: de kortste zijde moet minstens 400 pixels zijn."},
+    {"pictures.tooLarge", "{{name}} is te groot: hoogstens 100 megapixel."},
+    {"pictures.notStored", "{{name}} kon niet worden bewaard: de gegevensmap van het spel is niet beschrijfbaar (schijf vol?)."},
+    {"pictures.removeTitle", "Deze afbeelding verwijderen?"},
+    {"pictures.removeMessage", "Ze verdwijnt uit je afbeeldingen en haar oplossingen uit de galerij. Het originele bestand blijft waar het is."},
+    {"pictures.remove", "Verwijderen"},
 };
 
 }  // namespace i18n_data

@@ -104,6 +104,20 @@ const Entry kEntries_tr[kKeyCount] = {
     {"solved.time", "Süre: {{time}}"},
     {"solved.title", "Çözüldü!"},
     {"app.alreadyRunning", "Quillmoss's Puzzle zaten başka bir pencerede açık. Bu ikinci kopya hiçbir şeyi değiştirmeden kapanıyor."},
+    {"levels.yourPictures", "Resimlerin"},
+    {"levels.picturesHint", "Fotoğrafları pencereye bırak ya da klasöre koy."},
+    {"levels.openFolder", "Klasörü aç"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Resim eklenmedi"},
+    {"pictures.unreadable", "{{name}} açılamadı."},
+    {"pictures.notPicture", "{{name}} oyunun okuyabildiği bir resim değil."},
+    {"pictures.damaged", "{{name}} bozuk ya da eksik."},
+    {"pictures.tooSmall", "{{name}} çok küçük: kısa kenarı en az 400 piksel olmalı."},
+    {"pictures.tooLarge", "{{name}} çok büyük: en fazla 100 megapiksel."},
+    {"pictures.notStored", "{{name}} kaydedilemedi: oyunun veri klasörüne yazılamıyor (disk dolu mu?)."},
+    {"pictures.removeTitle", "Bu resim kaldırılsın mı?"},
+    {"pictures.removeMessage", "Resimlerinden, çözümleri de galeriden çıkar. Asıl dosya olduğu yerde kalır."},
+    {"pictures.remove", "Kaldır"},
 };
 
 }  // namespace i18n_data

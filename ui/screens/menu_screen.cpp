@@ -11,6 +11,7 @@
 #include "platform/app_info.h"
 #include "store/store.h"
 #include "ui/screens/background_pieces.h"
+#include "ui/screens/own_pictures.h"
 #include "ui/screens/screens.h"
 #include "ui/widgets/buttons.h"
 #include "ui/widgets/chrome.h"
@@ -72,6 +73,16 @@ void startNewPuzzle() {
   pushPlaying(level.id, difficulties[index].rows, difficulties[index].cols);
 }
 
+// A picture dropped on the menu starts at once, as one opened with the game
+// does; false when none of the files could be added.
+bool openDropped(const std::vector<std::string>& files) {
+  const std::vector<std::string> ids = addPictures(files);
+  if (ids.empty()) return false;
+  const GameState game = pictureGame(ids.front());
+  pushPlaying(game.levelId, game.rows, game.cols);
+  return true;
+}
+
 void pushScreen(ScreenKind kind) {
   GameState s;
   s.screen = kind;
@@ -97,6 +108,7 @@ void act(Ctx& ctx, MenuAction action) {
 class MenuScreen : public Screen {
  public:
   void update(Ctx& ctx) override {
+    if (!ctx.in.dropped.empty() && openDropped(ctx.in.dropped)) return;
     backgroundPiecesUpdate(ctx);
     const bool large = largeLayout(ctx);
     const double w = ctx.width, h = ctx.height;
