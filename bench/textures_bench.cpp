@@ -41,9 +41,9 @@ using bench::medianMicros;
 
 volatile double g_sink = 0;
 
-// A detailed picture (gradients and noise; JPEG cannot squeeze it to nothing).
-void writeSyntheticLevels(const std::string& root) {
-  const int w = 2500, h = 1667;
+// A detailed picture (gradients and noise; JPEG cannot squeeze it to
+// nothing), w x h pixels of three bytes.
+std::vector<unsigned char> detailedPicture(int w, int h) {
   std::vector<unsigned char> px(static_cast<size_t>(w) * h * 3);
   unsigned seed = 12345;
   for (int y = 0; y < h; ++y) {
@@ -55,6 +55,12 @@ void writeSyntheticLevels(const std::string& root) {
       p[2] = static_cast<unsigned char>(((x ^ y) & 255));
     }
   }
+  return px;
+}
+
+void writeSyntheticLevels(const std::string& root) {
+  const int w = 2500, h = 1667;
+  const std::vector<unsigned char> px = detailedPicture(w, h);
   platform::fs::ensureDir(root + "/assets/fonts");
   platform::fs::ensureDir(root + "/assets/levels");
   const std::string first = root + "/assets/levels/level1.jpg";
@@ -197,23 +203,10 @@ void reductions(int samples, int bw, int bh) {
   stbi_image_free(rgb);
 }
 
-// A 6000 x 4000 photograph as a camera writes it: detailed (gradients and
-// noise), quality 90.
+// A 6000 x 4000 photograph as a camera writes it: detailed, quality 90.
 std::string writeCameraPhoto() {
-  const int w = 6000, h = 4000;
-  std::vector<unsigned char> px(static_cast<size_t>(w) * h * 3);
-  unsigned seed = 777;
-  for (int y = 0; y < h; ++y) {
-    for (int x = 0; x < w; ++x) {
-      seed = seed * 1103515245u + 12345u;
-      unsigned char* p = &px[(static_cast<size_t>(y) * w + x) * 3];
-      p[0] = static_cast<unsigned char>((x * 255 / w + (seed >> 27)) & 255);
-      p[1] = static_cast<unsigned char>((y * 255 / h + (seed >> 28)) & 255);
-      p[2] = static_cast<unsigned char>(((x / 7) ^ (y / 5)) & 255);
-    }
-  }
   const std::string path = paths::dataDir() + "/camera.jpg";
-  stbi_write_jpg(path.c_str(), w, h, 3, px.data(), 90);
+  stbi_write_jpg(path.c_str(), 6000, 4000, 3, detailedPicture(6000, 4000).data(), 90);
   return path;
 }
 
