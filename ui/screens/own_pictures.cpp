@@ -6,6 +6,7 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 
 #include "core/catalog.h"
 #include "i18n/i18n.h"
@@ -101,12 +102,18 @@ GameState pictureGame(const std::string& id) {
   return game;
 }
 
+// Mirrored in a right-to-left language: the texts at the right, the button at the left.
 void pictureSection(Ctx& ctx, const Rect& r) {
-  const Rect button{r.x + r.w - kFolderButtonW, r.y + (r.h - kFolderButtonH) * 0.5, kFolderButtonW, kFolderButtonH};
-  const double textW = std::max(0.0, button.x - r.x - 16);
-  TextStyle title = labelStyle(20, true, kColorAccent, textW);
-  drawText(ctx.cr, r.x, r.y + 8, i18n::tr("levels.yourPictures"), title);
-  drawText(ctx.cr, r.x, r.y + 38, i18n::tr("levels.picturesHint"), labelStyle(13, false, kColorMuted, textW));
+  const bool rtl = i18n::currentIsRtl();
+  const Rect button{rtl ? r.x : r.x + r.w - kFolderButtonW, r.y + (r.h - kFolderButtonH) * 0.5, kFolderButtonW,
+                    kFolderButtonH};
+  const double textW = std::max(0.0, r.w - kFolderButtonW - 16), textX = rtl ? r.x + r.w : r.x;
+  for (const auto& [key, y, style] : {std::tuple{"levels.yourPictures", 8.0, labelStyle(20, true, kColorAccent, textW)},
+                                      {"levels.picturesHint", 38.0, labelStyle(13, false, kColorMuted, textW)}}) {
+    TextStyle aligned = style;
+    aligned.align = rtl ? kAlignRight : kAlignLeft;
+    drawText(ctx.cr, textX, r.y + y, i18n::tr(key), aligned);
+  }
   if (plainButton(ctx, button, i18n::tr("levels.openFolder"), false)) {
     const std::string url = fileUrl(store::picturesFolder());
     if (SDL_OpenURL(url.c_str()) != 0) std::fprintf(stderr, "[image] %s nicht geöffnet: %s\n", url.c_str(), SDL_GetError());
