@@ -232,8 +232,8 @@ void ownPhotos(int samples) {
               "| %.2f (goal 1000 ms: %.2f) |\n", level ? level->width : 0, level ? level->height : 0, import / 1000,
               decode / 1000, import / decode, import / 1e6);
   const double builtIn = levelStart(samples, 1.0), own = levelStart(samples, 1.0, id);
-  std::printf("| level start of the imported picture, scale 1 | %.1f | built-in level %.1f | %.2f (goal 150 ms: %.2f) |\n",
-              own / 1000, builtIn / 1000, own / builtIn, own / 150000);
+  std::printf("| level start of the imported picture, scale 1 | %.1f | built-in level %.1f | %.2f "
+              "(goal 150 ms: %.2f) |\n", own / 1000, builtIn / 1000, own / builtIn, own / 150000);
 }
 
 }  // namespace

@@ -152,7 +152,8 @@ PhotoStatus preparePhoto(const std::string& data, cairo_surface_t** out) {
 cairo_surface_t* blurredCopy(cairo_surface_t* picture, int maxSide) {
   const int w = cairo_image_surface_get_width(picture), h = cairo_image_surface_get_height(picture);
   const double s = std::min(1.0, static_cast<double>(maxSide) / std::max({w, h, 1}));
-  const int bw = std::max(1, static_cast<int>(std::lround(w * s))), bh = std::max(1, static_cast<int>(std::lround(h * s)));
+  const int bw = std::max(1, static_cast<int>(std::lround(w * s)));
+  const int bh = std::max(1, static_cast<int>(std::lround(h * s)));
   cairo_surface_t* out = cairo_image_surface_create(CAIRO_FORMAT_RGB24, bw, bh);
   cairo_t* cr = cairo_create(out);
   cairo_scale(cr, static_cast<double>(bw) / w, static_cast<double>(bh) / h);

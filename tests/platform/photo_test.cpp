@@ -56,7 +56,8 @@ TEST(Photos, TheCentreIsKeptWithinTheAspectLimitsAndTheSizeReduced) {
   for (const Case& c : kCases) {
     const Prepared p = prepare(quarteredJpeg(c.w, c.h));
     ASSERT_EQ(p.status, platform::PhotoStatus::Ok) << c.w;
-    EXPECT_EQ(std::to_string(p.w()) + "x" + std::to_string(p.h()), std::to_string(c.outW) + "x" + std::to_string(c.outH));
+    EXPECT_EQ(std::to_string(p.w()) + "x" + std::to_string(p.h()),
+              std::to_string(c.outW) + "x" + std::to_string(c.outH));
     EXPECT_EQ(p.at(p.w() / 2 - 4, p.h() / 2 - 4) + p.at(p.w() / 2 + 4, p.h() / 2 + 4), "RW") << c.w << "x" << c.h;
   }
 }

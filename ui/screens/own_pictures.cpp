@@ -6,7 +6,6 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <tuple>
 
 #include "core/catalog.h"
 #include "i18n/i18n.h"
@@ -108,15 +107,17 @@ void pictureSection(Ctx& ctx, const Rect& r) {
   const Rect button{rtl ? r.x : r.x + r.w - kFolderButtonW, r.y + (r.h - kFolderButtonH) * 0.5, kFolderButtonW,
                     kFolderButtonH};
   const double textW = std::max(0.0, r.w - kFolderButtonW - 16), textX = rtl ? r.x + r.w : r.x;
-  for (const auto& [key, y, style] : {std::tuple{"levels.yourPictures", 8.0, labelStyle(20, true, kColorAccent, textW)},
-                                      {"levels.picturesHint", 38.0, labelStyle(13, false, kColorMuted, textW)}}) {
-    TextStyle aligned = style;
-    aligned.align = rtl ? kAlignRight : kAlignLeft;
-    drawText(ctx.cr, textX, r.y + y, i18n::tr(key), aligned);
-  }
+  const auto line = [&](const char* key, double y, TextStyle style) {
+    style.align = rtl ? kAlignRight : kAlignLeft;
+    drawText(ctx.cr, textX, r.y + y, i18n::tr(key), style);
+  };
+  line("levels.yourPictures", 8, labelStyle(20, true, kColorAccent, textW));
+  line("levels.picturesHint", 38, labelStyle(13, false, kColorMuted, textW));
   if (plainButton(ctx, button, i18n::tr("levels.openFolder"), false)) {
     const std::string url = fileUrl(store::picturesFolder());
-    if (SDL_OpenURL(url.c_str()) != 0) std::fprintf(stderr, "[image] %s nicht geöffnet: %s\n", url.c_str(), SDL_GetError());
+    if (SDL_OpenURL(url.c_str()) != 0) {
+      std::fprintf(stderr, "[image] %s nicht geöffnet: %s\n", url.c_str(), SDL_GetError());
+    }
   }
 }
 
