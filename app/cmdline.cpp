@@ -27,7 +27,8 @@ std::string helpText() {
   char buf[512];
   std::snprintf(buf, sizeof buf,
                 "%s %s\n  --version    Version ausgeben\n  --fullscreen im Vollbild starten\n"
-                "  --windowed   im Fenster starten\n  --size BxH   mit dieser Fenstergroesse starten\n",
+                "  --windowed   im Fenster starten\n  --size BxH   mit dieser Fenstergroesse starten\n"
+                "  BILD...      diese Bilder als Puzzle oeffnen\n",
                 platform::kAppTitle, platform::kAppVersion);
   return buf;
 }
@@ -51,6 +52,18 @@ bool applyWindowOptions(int argc, const char* const* argv, store::Settings& sett
     }
   }
   return sized;
+}
+
+std::vector<std::string> pictureArguments(int argc, const char* const* argv) {
+  std::vector<std::string> files;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--size") == 0) {
+      ++i;
+    } else if (argv[i][0] != '\0' && std::strncmp(argv[i], "--", 2) != 0) {
+      files.push_back(argv[i]);
+    }
+  }
+  return files;
 }
 
 bool startStateFor(const std::string& name, const store::Settings& settings, ui::GameState* out) {

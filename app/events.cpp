@@ -65,6 +65,10 @@ void handleEvent(const SDL_Event& e, double now, Uint32 windowFlags, ui::Input& 
       break;
     case SDL_MOUSEWHEEL: in.wheel += e.wheel.preciseY; break;
     case SDL_WINDOWEVENT: handleWindow(e.window, windowFlags, settings, loop); break;
+    case SDL_DROPFILE:
+      if (e.drop.file) in.dropped.push_back(e.drop.file);
+      SDL_free(e.drop.file);
+      break;
     default: break;  // motion is polled once per frame instead
   }
 }

@@ -28,6 +28,7 @@
 #include "ui/frame.h"
 #include "ui/game.h"
 #include "ui/gpu.h"
+#include "ui/screens/own_pictures.h"
 #include "ui/textures/board_image.h"
 #include "ui/text.h"
 
@@ -121,6 +122,14 @@ void applyStartScreen(const store::Settings& settings) {
   } else {
     std::fputs(kScreenUsage, stderr);
   }
+}
+
+// The pictures folder's new files join the player's own pictures; pictures
+// named on the command line do too, and the first of them opens as the puzzle.
+void addPictures(int argc, char** argv) {
+  ui::addPicturesFolder();
+  const std::vector<std::string> ids = ui::addPictures(pictureArguments(argc, argv));
+  if (!ids.empty()) ui::Game::instance().resetTo(ui::pictureGame(ids.front()));
 }
 
 bool createWindow(Shell& sh) {
@@ -326,6 +335,7 @@ int run(int argc, char** argv) {
   sh.sizeFromCommandLine = applyWindowOptions(argc, argv, sh.settings);
   i18n::setLanguage(sh.settings.language);
   applyStartScreen(sh.settings);
+  addPictures(argc, argv);
 
   // SDL falls back to its invisible offscreen driver when no display is
   // reachable; a window nobody can see is worse than a clear message, so the

@@ -1,6 +1,7 @@
 #include "core/catalog.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "platform/paths.h"
 
@@ -79,22 +80,44 @@ const std::vector<Level>& levels() {
     std::vector<Level> out;
     for (const LevelRow& row : kLevelRows) {
       const int32_t number = static_cast<int32_t>(std::strtol(row.id + 5, nullptr, 10));
-      out.push_back(Level{row.id, row.source, row.width, row.height, number});
+      out.push_back(Level{row.id, row.source, row.width, row.height, number, false});
     }
     return out;
   }();
   return list;
 }
 
+namespace {
+
+std::vector<Level>& pictureList() {
+  static std::vector<Level> list;
+  return list;
+}
+
+std::string levelFile(const Level& level, const char* suffix) {
+  if (level.own) return pictureLevelDir() + "/" + level.id + suffix;
+  return paths::asset("assets/levels/" + level.id + suffix);
+}
+
+}  // namespace
+
+const std::vector<Level>& pictureLevels() { return pictureList(); }
+
+void setPictureLevels(std::vector<Level> list) { pictureList() = std::move(list); }
+
+std::string pictureLevelDir() { return paths::dataDir() + "/imported"; }
+
 const Level* levelById(const std::string& id) {
-  for (const Level& level : levels()) {
-    if (level.id == id) return &level;
+  for (const std::vector<Level>* list : {&levels(), &pictureLevels()}) {
+    for (const Level& level : *list) {
+      if (level.id == id) return &level;
+    }
   }
   return nullptr;
 }
 
-std::string levelImagePath(const Level& level) { return paths::asset("assets/levels/" + level.id + ".jpg"); }
+std::string levelImagePath(const Level& level) { return levelFile(level, ".jpg"); }
 
-std::string levelBlurPath(const Level& level) { return paths::asset("assets/levels/" + level.id + "_blur.jpg"); }
+std::string levelBlurPath(const Level& level) { return levelFile(level, "_blur.jpg"); }
 
 }  // namespace core

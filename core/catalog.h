@@ -1,5 +1,7 @@
 // The two fixed catalogues the rest of the game indexes: the six difficulties
-// and the forty built-in photo levels. Built once, never copied or changed.
+// and the forty built-in photo levels, built once, never copied or changed;
+// and after them the player's own pictures, which the store of pictures
+// (store/pictures.h) hands over as they come and go.
 #pragma once
 
 #include <cstdint>
@@ -21,12 +23,20 @@ struct Level {
   std::string source;  // the photo's catalogued source name; descriptive only
   int32_t width;
   int32_t height;
-  int32_t number;  // the digits after "level"
+  int32_t number;  // the digits after "level"; 0 for the player's own pictures
+  bool own = false;  // one of the player's own pictures, kept in the data folder
 };
 
 const std::vector<DifficultyDef>& difficulties();
 const std::vector<Level>& levels();
-// Null for an id that is not in the catalogue (an old save, a hand-edited file).
+// The player's own pictures, in the order they came. Replacing the list ends
+// every pointer into the old one.
+const std::vector<Level>& pictureLevels();
+void setPictureLevels(std::vector<Level> list);
+// Where the player's own pictures are kept.
+std::string pictureLevelDir();
+// A built-in level or one of the player's pictures; null for an id that is
+// neither (an old save, a removed picture, a hand-edited file).
 const Level* levelById(const std::string& id);
 std::string levelImagePath(const Level& level);
 std::string levelBlurPath(const Level& level);

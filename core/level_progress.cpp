@@ -18,20 +18,22 @@ std::vector<LevelProgress> levelProgress(const std::vector<store::SolveEntry>& s
   const int lastDifficulty = static_cast<int>(difficulties().size()) - 1;
 
   std::vector<LevelProgress> out;
-  out.reserve(levels().size());
-  for (const Level& level : levels()) {
-    LevelProgress p;
-    p.level = &level;
-    p.locked = !out.empty() && solvedIds.count(out.back().level->id) == 0;
-    p.inProgress = saved.valid && saved.imageId == level.id;
-    if (p.inProgress) p.savedDifficulty = difficultyOfGrid(saved.rows, saved.cols);
-    for (const store::SolveEntry& e : solves) {
-      const int d = e.imageId == level.id ? difficultyOfGrid(e.rows, e.cols) : -1;
-      if (d >= 0) p.solved.insert(d);
+  out.reserve(levels().size() + pictureLevels().size());
+  for (const std::vector<Level>* list : {&levels(), &pictureLevels()}) {
+    for (const Level& level : *list) {
+      LevelProgress p;
+      p.level = &level;
+      p.locked = !level.own && !out.empty() && solvedIds.count(out.back().level->id) == 0;
+      p.inProgress = saved.valid && saved.imageId == level.id;
+      if (p.inProgress) p.savedDifficulty = difficultyOfGrid(saved.rows, saved.cols);
+      for (const store::SolveEntry& e : solves) {
+        const int d = e.imageId == level.id ? difficultyOfGrid(e.rows, e.cols) : -1;
+        if (d >= 0) p.solved.insert(d);
+      }
+      const int highest = p.solved.empty() ? -1 : *p.solved.rbegin();
+      p.suggested = highest < lastDifficulty ? highest + 1 : -1;
+      out.push_back(std::move(p));
     }
-    const int highest = p.solved.empty() ? -1 : *p.solved.rbegin();
-    p.suggested = highest < lastDifficulty ? highest + 1 : -1;
-    out.push_back(std::move(p));
   }
   return out;
 }

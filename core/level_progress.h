@@ -24,9 +24,10 @@ struct LevelProgress {
 // The difficulty index of a grid, or -1 for a grid no difficulty has.
 int difficultyOfGrid(int rows, int cols);
 
-// One entry per catalogue level, in catalogue order. The first level is
-// always open; each later one opens once the level before it is solved at
-// any difficulty.
+// One entry per catalogue level, in catalogue order, then one per picture of
+// the player's own. The first level is always open; each later one opens
+// once the level before it is solved at any difficulty. The player's own
+// pictures are always open.
 std::vector<LevelProgress> levelProgress(const std::vector<store::SolveEntry>& solves,
                                          const store::SavedPuzzle& saved);
 

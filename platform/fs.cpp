@@ -24,6 +24,12 @@ struct FileCloser {
 };
 using FilePtr = std::unique_ptr<FILE, FileCloser>;
 
+std::string folderOf(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
 bool statMode(const std::string& path, mode_t* mode) {
   struct stat st;
   if (path.empty() || ::stat(path.c_str(), &st) != 0) return false;
@@ -117,6 +123,19 @@ bool writeFile(const std::string& path, const std::string& data) {
   const bool written = std::fwrite(data.data(), 1, data.size(), f.get()) == data.size();
   // Closing flushes the buffer, so its result counts as much as the write's.
   return std::fclose(f.release()) == 0 && written;
+}
+
+bool writeDurably(const std::string& path, const std::string& data, const std::string& suffix) {
+  const std::string tmp = path + suffix;
+  // The rename replaces the target in one step (no delete before it); the
+  // file is synced first so the rename can never publish unwritten blocks,
+  // and the folder after, so the rename itself survives a power cut.
+  if (!writeFile(tmp, data) || !syncFile(tmp) || !replaceAtomic(tmp, path)) {
+    remove(tmp);
+    return false;
+  }
+  syncFile(folderOf(path));
+  return true;
 }
 
 Lock lockForLife(const std::string& path) {

@@ -26,6 +26,11 @@ bool readFile(const std::string& path, std::string* out);
 // Creates or truncates `path` and writes `data`; false if anything failed,
 // closing included (a partly written file may then remain).
 bool writeFile(const std::string& path, const std::string& data);
+// Writes `data` to `path` + `suffix`, syncs it, renames it over `path` and
+// syncs the folder: `path` then holds its old or its new contents whatever
+// happens, even a power cut. False, with the temporary file removed, if any
+// step failed.
+bool writeDurably(const std::string& path, const std::string& data, const std::string& suffix);
 
 enum class Lock { Held, Busy, Unavailable };
 // Takes an exclusive lock on `path` (created if missing) and keeps it for the

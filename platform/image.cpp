@@ -1,6 +1,7 @@
 #include "platform/image.h"
 
 #include <stb_image.h>
+#include <stb_image_write.h>
 
 #include <algorithm>
 #include <cmath>
@@ -109,14 +110,7 @@ bool decodeRgb(const std::string& path, int* bound, DecodedRgb* out) {
 
 }  // namespace
 
-cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH) {
-  int bound[2] = {maxW, maxH};
-  DecodedRgb pic;
-  if (!decodeRgb(path, bound, &pic)) return nullptr;
-  int tw = 0, th = 0;
-  fitInto(pic.fullW, pic.fullH, bound, &tw, &th);
-  tw = std::min(tw, pic.w);
-  th = std::min(th, pic.h);
+cairo_surface_t* surfaceFromRgb(const unsigned char* rgb, int w, int h, int tw, int th) {
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, tw, th);
   if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
     cairo_surface_destroy(surface);
@@ -125,13 +119,43 @@ cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH) {
   cairo_surface_flush(surface);
   unsigned char* out = cairo_image_surface_get_data(surface);
   const int stride = cairo_image_surface_get_stride(surface);
-  if (tw == pic.w && th == pic.h) {
-    packRows(pic.rgb.data(), pic.w, pic.h, out, stride);
+  if (tw == w && th == h) {
+    packRows(rgb, w, h, out, stride);
   } else {
-    boxReduce(pic.rgb.data(), pic.w, pic.h, out, tw, th, stride);
+    boxReduce(rgb, w, h, out, tw, th, stride);
   }
   cairo_surface_mark_dirty(surface);
   return surface;
+}
+
+cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH) {
+  int bound[2] = {maxW, maxH};
+  DecodedRgb pic;
+  if (!decodeRgb(path, bound, &pic)) return nullptr;
+  int tw = 0, th = 0;
+  fitInto(pic.fullW, pic.fullH, bound, &tw, &th);
+  return surfaceFromRgb(pic.rgb.data(), pic.w, pic.h, std::min(tw, pic.w), std::min(th, pic.h));
+}
+
+bool encodeJpeg(cairo_surface_t* picture, int quality, std::string* out) {
+  cairo_surface_flush(picture);
+  const int w = cairo_image_surface_get_width(picture), h = cairo_image_surface_get_height(picture);
+  const int stride = cairo_image_surface_get_stride(picture);
+  const unsigned char* px = cairo_image_surface_get_data(picture);
+  if (!px || w < 1 || h < 1) return false;
+  std::vector<unsigned char> rgb(static_cast<size_t>(w) * h * 3);
+  for (int y = 0; y < h; ++y) {
+    const uint32_t* row = reinterpret_cast<const uint32_t*>(px + static_cast<ptrdiff_t>(y) * stride);
+    for (int x = 0; x < w; ++x) {
+      unsigned char* dst = &rgb[(static_cast<size_t>(y) * w + x) * 3];
+      dst[0] = row[x] >> 16 & 255, dst[1] = row[x] >> 8 & 255, dst[2] = row[x] & 255;
+    }
+  }
+  const auto append = [](void* to, void* data, int size) {
+    static_cast<std::string*>(to)->append(static_cast<const char*>(data), static_cast<size_t>(size));
+  };
+  out->clear();
+  return stbi_write_jpg_to_func(append, out, w, h, 3, rgb.data(), quality) != 0;
 }
 
 }  // namespace platform

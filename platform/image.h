@@ -18,5 +18,10 @@ cairo_surface_t* loadImage(const std::string& path, int maxW, int maxH);
 // box of source pixels, in integers. `rgb` holds w x h pixels of three bytes;
 // the result is packed 0x00RRGGBB into `out` rows `outStride` bytes apart.
 void boxReduce(const unsigned char* rgb, int w, int h, unsigned char* out, int tw, int th, int outStride);
+// A new tw x th surface from w x h pixels of three bytes, reduced by
+// boxReduce (or copied when the sizes agree); null if cairo cannot make it.
+cairo_surface_t* surfaceFromRgb(const unsigned char* rgb, int w, int h, int tw, int th);
+// The surface as a JPEG file's bytes; false when the encoder failed.
+bool encodeJpeg(cairo_surface_t* picture, int quality, std::string* out);
 
 }  // namespace platform

@@ -7,7 +7,7 @@ PACKAGES="
 build-essential cmake pkg-config
 libsdl2-dev libsdl2-mixer-dev libasound2-dev
 libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev
-libstb-dev libsodium-dev libjpeg62-turbo-dev
+libstb-dev libsodium-dev libjpeg62-turbo-dev libexif-dev
 libgtest-dev
 xvfb xauth libgl1-mesa-dri xdotool libx11-dev
 clang libclang-rt-14-dev

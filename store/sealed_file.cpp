@@ -7,16 +7,6 @@
 
 namespace store {
 
-namespace {
-
-std::string folderOf(const std::string& path) {
-  const size_t slash = path.rfind('/');
-  if (slash == std::string::npos) return ".";
-  return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-}  // namespace
-
 std::string readSealed(const std::string& path) {
   std::string sealed;
   if (!platform::fs::readFile(path, &sealed) || sealed.empty()) return {};
@@ -35,16 +25,7 @@ std::string readSealed(const std::string& path) {
 void writeSealed(const std::string& path, const js::Value& doc) {
   const std::string envelope = platform::saveEncrypt(doc.dump());
   if (envelope.empty()) return;
-  const std::string tmp = path + ".neu";
-  // The rename replaces the target in one step (no delete before it); the
-  // file is synced first so the rename can never publish unwritten blocks,
-  // and the folder after, so the rename itself survives a power cut.
-  if (!platform::fs::writeFile(tmp, envelope) || !platform::fs::syncFile(tmp) ||
-      !platform::fs::replaceAtomic(tmp, path)) {
-    platform::fs::remove(tmp);
-    return;
-  }
-  platform::fs::syncFile(folderOf(path));
+  platform::fs::writeDurably(path, envelope, ".neu");
 }
 
 }  // namespace store

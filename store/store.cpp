@@ -5,6 +5,7 @@
 #include "platform/fs.h"
 #include "platform/paths.h"
 #include "platform/seal.h"
+#include "store/pictures.h"
 #include "store/saves_json.h"
 #include "store/sealed_file.h"
 #include "store/settings_json.h"
@@ -63,6 +64,8 @@ void init() {
   s.initialised = true;
   loadSettings();
   savesFromJson(js::parse(readSealed(savesPath())), &s.current, &s.solves);
+  // The player's own pictures are levels too: a save or a solve may name one.
+  loadPictures();
 }
 
 Settings& settings() { return loaded().settings; }

@@ -3,6 +3,7 @@
 #include "store/store.h"
 #include "ui/game.h"
 #include "ui/gpu.h"
+#include "ui/widgets/notice.h"
 #include "ui/widgets/theme.h"
 
 namespace ui {
@@ -25,7 +26,15 @@ void drawFrame(SDL_Renderer* renderer, FrameLayer& layer, Ctx& ctx, int outW, in
   const uint32_t rgb = backgroundRgb();
   SDL_SetRenderDrawColor(renderer, (rgb >> 16) & 255, (rgb >> 8) & 255, rgb & 255, 255);
   SDL_RenderClear(renderer);
-  Game::instance().update(ctx);
+  {
+    // A notice is modal like a dialog, and a puzzle beneath it pauses as it
+    // does when the window loses the focus: its clock must not run unseen.
+    const bool notice = noticePending();
+    InputShield beneath(ctx, notice);
+    if (notice) ctx.in.windowActive = false;
+    Game::instance().update(ctx);
+  }
+  noticeLayer(ctx);
 
   layer.finishDrawing();
   ctx.cr = nullptr;

@@ -14,6 +14,7 @@ void Input::reset() {
   mouseDown = mousePressed = mouseReleased = doubleClick = rightPressed = middleDown = false;
   wheel = dx = dy = 0;
   keys.clear();
+  dropped.clear();
   ctrl = shift = spaceDown = false;
   windowActive = true;
 }

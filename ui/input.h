@@ -47,6 +47,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <string>
 #include <vector>
 
 namespace ui {
@@ -71,6 +72,7 @@ struct Input {
   bool ctrl = false, shift = false;
   bool spaceDown = false;    // held now (the pan key)
   bool windowActive = true;  // the window has focus and is not minimised
+  std::vector<std::string> dropped;  // paths of the files dropped on the window
 
   bool hasKey(int32_t key) const;
   // Clears everything for the next frame; the key list keeps its capacity.

@@ -22,7 +22,7 @@ struct Catalog {
   size_t count;
 };
 
-inline constexpr size_t kKeyCount = 103;
+inline constexpr size_t kKeyCount = 117;
 inline constexpr size_t kCatalogCount = 22;
 
 extern const Catalog kCatalogs[kCatalogCount];

@@ -107,6 +107,20 @@ const Entry kEntries_ar[kKeyCount] = {
     {"settings.reducedMotion", "تقليل الحركة"},
     {"settings.interfaceSize", "حجم الواجهة"},
     {"settings.strongOutlines", "حواف بارزة للقطع"},
+    {"levels.yourPictures", "صورك"},
+    {"levels.picturesHint", "أفلت الصور على النافذة أو ضعها في المجلد."},
+    {"levels.openFolder", "فتح المجلد"},
+    {"pictures.badge", "صورة"},
+    {"pictures.notAdded", "لم تُضَف الصورة"},
+    {"pictures.unreadable", "تعذّر فتح {{name}}."},
+    {"pictures.notPicture", "الملف {{name}} ليس صورة تستطيع اللعبة قراءتها."},
+    {"pictures.damaged", "الملف {{name}} تالف أو غير مكتمل."},
+    {"pictures.tooSmall", "الملف {{name}} صغير جدًا: يجب ألا يقل ضلعه الأقصر عن 400 بكسل."},
+    {"pictures.tooLarge", "الملف {{name}} كبير جدًا: 100 ميغابكسل على الأكثر."},
+    {"pictures.notStored", "تعذّر حفظ {{name}}: لا يمكن الكتابة في مجلد بيانات اللعبة (هل القرص ممتلئ؟)."},
+    {"pictures.removeTitle", "إزالة هذه الصورة؟"},
+    {"pictures.removeMessage", "ستخرج من صورك وتخرج حلولها من المعرض. يبقى الملف الأصلي في مكانه."},
+    {"pictures.remove", "إزالة"},
 };
 
 }  // namespace i18n_data

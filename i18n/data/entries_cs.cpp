@@ -107,6 +107,20 @@ const Entry kEntries_cs[kKeyCount] = {
     {"settings.reducedMotion", "Omezený pohyb"},
     {"settings.interfaceSize", "Velikost rozhraní"},
     {"settings.strongOutlines", "Výrazné obrysy dílků"},
+    {"levels.yourPictures", "Tvoje obrázky"},
+    {"levels.picturesHint", "Přetáhni fotky do okna, nebo je vlož do složky."},
+    {"levels.openFolder", "Otevřít složku"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Obrázek nebyl přidán"},
+    {"pictures.unreadable", "{{name}} nešlo otevřít."},
+    {"pictures.notPicture", "{{name}} není obrázek, který hra umí přečíst."},
+    {"pictures.damaged", "{{name}} je poškozený nebo neúplný."},
+    {"pictures.tooSmall", "{{name}} je příliš malý: kratší strana musí mít aspoň 400 pixelů."},
+    {"pictures.tooLarge", "{{name}} je příliš velký: nejvýše 100 megapixelů."},
+    {"pictures.notStored", "{{name}} nešlo uložit: do datové složky hry nelze zapisovat (plný disk?)."},
+    {"pictures.removeTitle", "Odebrat tento obrázek?"},
+    {"pictures.removeMessage", "Zmizí z tvých obrázků a jeho složení z galerie. Původní soubor zůstane, kde je."},
+    {"pictures.remove", "Odebrat"},
 };
 
 }  // namespace i18n_data

@@ -107,6 +107,20 @@ const Entry kEntries_da[kKeyCount] = {
     {"settings.reducedMotion", "Reduceret bevægelse"},
     {"settings.interfaceSize", "Brugerfladens størrelse"},
     {"settings.strongOutlines", "Tydelige kanter på brikkerne"},
+    {"levels.yourPictures", "Dine billeder"},
+    {"levels.picturesHint", "Slip fotos på vinduet, eller læg dem i mappen."},
+    {"levels.openFolder", "Åbn mappe"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Billedet blev ikke tilføjet"},
+    {"pictures.unreadable", "{{name}} kunne ikke åbnes."},
+    {"pictures.notPicture", "{{name}} er ikke et billede, spillet kan læse."},
+    {"pictures.damaged", "{{name}} er beskadiget eller ufuldstændigt."},
+    {"pictures.tooSmall", "{{name}} er for lille: den korteste side skal være mindst 400 pixel."},
+    {"pictures.tooLarge", "{{name}} er for stort: højst 100 megapixel."},
+    {"pictures.notStored", "{{name}} kunne ikke gemmes: der kan ikke skrives i spillets datamappe (er disken fuld?)."},
+    {"pictures.removeTitle", "Fjern dette billede?"},
+    {"pictures.removeMessage", "Det forsvinder fra dine billeder, og dets løsninger fra galleriet. Originalfilen bliver, hvor den er."},
+    {"pictures.remove", "Fjern"},
 };
 
 }  // namespace i18n_data

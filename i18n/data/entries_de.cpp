@@ -107,6 +107,20 @@ const Entry kEntries_de[kKeyCount] = {
     {"settings.reducedMotion", "Weniger Bewegung"},
     {"settings.interfaceSize", "Größe der Oberfläche"},
     {"settings.strongOutlines", "Kräftige Umrisse der Teile"},
+    {"levels.yourPictures", "Deine Bilder"},
+    {"levels.picturesHint", "Ziehe Fotos auf das Fenster oder lege sie in den Ordner."},
+    {"levels.openFolder", "Ordner öffnen"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Bild nicht hinzugefügt"},
+    {"pictures.unreadable", "{{name}} ließ sich nicht öffnen."},
+    {"pictures.notPicture", "{{name}} ist kein Bild, das das Spiel lesen kann."},
+    {"pictures.damaged", "{{name}} ist beschädigt oder unvollständig."},
+    {"pictures.tooSmall", "{{name}} ist zu klein: Die kürzere Seite braucht mindestens 400 Pixel."},
+    {"pictures.tooLarge", "{{name}} ist zu groß: höchstens 100 Megapixel."},
+    {"pictures.notStored", "{{name}} konnte nicht gespeichert werden: Der Datenordner des Spiels ist nicht beschreibbar (Festplatte voll?)."},
+    {"pictures.removeTitle", "Dieses Bild entfernen?"},
+    {"pictures.removeMessage", "Es verschwindet aus deinen Bildern und seine Lösungen aus der Galerie. Die Originaldatei bleibt, wo sie ist."},
+    {"pictures.remove", "Entfernen"},
 };
 
 }  // namespace i18n_data

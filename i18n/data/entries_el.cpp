@@ -107,6 +107,20 @@ const Entry kEntries_el[kKeyCount] = {
     {"settings.reducedMotion", "Μειωμένη κίνηση"},
     {"settings.interfaceSize", "Μέγεθος διεπαφής"},
     {"settings.strongOutlines", "Έντονα περιγράμματα στα κομμάτια"},
+    {"levels.yourPictures", "Οι εικόνες σου"},
+    {"levels.picturesHint", "Ρίξε φωτογραφίες στο παράθυρο ή βάλε τες στον φάκελο."},
+    {"levels.openFolder", "Άνοιγμα φακέλου"},
+    {"pictures.badge", "ΦΩΤΟ"},
+    {"pictures.notAdded", "Η εικόνα δεν προστέθηκε"},
+    {"pictures.unreadable", "Το {{name}} δεν άνοιξε."},
+    {"pictures.notPicture", "Το {{name}} δεν είναι εικόνα που μπορεί να διαβάσει το παιχνίδι."},
+    {"pictures.damaged", "Το {{name}} είναι κατεστραμμένο ή ελλιπές."},
+    {"pictures.tooSmall", "Το {{name}} είναι πολύ μικρό: η μικρότερη πλευρά του χρειάζεται τουλάχιστον 400 pixel."},
+    {"pictures.tooLarge", "Το {{name}} είναι πολύ μεγάλο: το πολύ 100 megapixel."},
+    {"pictures.notStored", "Το {{name}} δεν αποθηκεύτηκε: ο φάκελος δεδομένων του παιχνιδιού δεν είναι εγγράψιμος (γεμάτος δίσκος;)."},
+    {"pictures.removeTitle", "Αφαίρεση αυτής της εικόνας;"},
+    {"pictures.removeMessage", "Φεύγει από τις εικόνες σου και οι λύσεις της από τη συλλογή. Το αρχικό αρχείο μένει εκεί που είναι."},
+    {"pictures.remove", "Αφαίρεση"},
 };
 
 }  // namespace i18n_data

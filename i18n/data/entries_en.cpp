@@ -107,6 +107,20 @@ const Entry kEntries_en[kKeyCount] = {
     {"settings.reducedMotion", "Reduced motion"},
     {"settings.interfaceSize", "Interface size"},
     {"settings.strongOutlines", "Strong piece outlines"},
+    {"levels.yourPictures", "Your pictures"},
+    {"levels.picturesHint", "Drop photos on the window, or put them in the folder."},
+    {"levels.openFolder", "Open folder"},
+    {"pictures.badge", "PHOTO"},
+    {"pictures.notAdded", "Picture not added"},
+    {"pictures.unreadable", "{{name}} could not be opened."},
+    {"pictures.notPicture", "{{name}} is not a picture the game can read."},
+    {"pictures.damaged", "{{name}} is damaged or incomplete."},
+    {"pictures.tooSmall", "{{name}} is too small: its shorter side needs at least 400 pixels."},
+    {"pictures.tooLarge", "{{name}} is too large: at most 100 megapixels."},
+    {"pictures.notStored", "{{name}} could not be stored: the game's data folder cannot be written (is the disk full?)."},
+    {"pictures.removeTitle", "Remove this picture?"},
+    {"pictures.removeMessage", "It leaves your pictures, and its solves leave the gallery. The original file stays where it is."},
+    {"pictures.remove", "Remove"},
 };
 
 }  // namespace i18n_data

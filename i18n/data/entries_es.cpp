@@ -107,6 +107,20 @@ const Entry kEntries_es[kKeyCount] = {
     {"settings.reducedMotion", "Movimiento reducido"},
     {"settings.interfaceSize", "Tamaño de la interfaz"},
     {"settings.strongOutlines", "Contornos marcados de las piezas"},
+    {"levels.yourPictures", "Tus imágenes"},
+    {"levels.picturesHint", "Suelta fotos en la ventana o ponlas en la carpeta."},
+    {"levels.openFolder", "Abrir carpeta"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Imagen no añadida"},
+    {"pictures.unreadable", "No se pudo abrir {{name}}."},
+    {"pictures.notPicture", "{{name}} no es una imagen que el juego pueda leer."},
+    {"pictures.damaged", "{{name}} está dañado o incompleto."},
+    {"pictures.tooSmall", "{{name}} es demasiado pequeño: su lado más corto necesita al menos 400 píxeles."},
+    {"pictures.tooLarge", "{{name}} es demasiado grande: como máximo 100 megapíxeles."},
+    {"pictures.notStored", "No se pudo guardar {{name}}: no se puede escribir en la carpeta de datos del juego (¿disco lleno?)."},
+    {"pictures.removeTitle", "¿Quitar esta imagen?"},
+    {"pictures.removeMessage", "Sale de tus imágenes y sus resoluciones salen de la galería. El archivo original se queda donde está."},
+    {"pictures.remove", "Quitar"},
 };
 
 }  // namespace i18n_data

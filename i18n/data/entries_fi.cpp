@@ -107,6 +107,20 @@ const Entry kEntries_fi[kKeyCount] = {
     {"settings.reducedMotion", "Vähemmän liikettä"},
     {"settings.interfaceSize", "Käyttöliittymän koko"},
     {"settings.strongOutlines", "Vahvat ääriviivat paloille"},
+    {"levels.yourPictures", "Omat kuvasi"},
+    {"levels.picturesHint", "Pudota kuvia ikkunaan tai laita ne kansioon."},
+    {"levels.openFolder", "Avaa kansio"},
+    {"pictures.badge", "KUVA"},
+    {"pictures.notAdded", "Kuvaa ei lisätty"},
+    {"pictures.unreadable", "Tiedostoa {{name}} ei voitu avata."},
+    {"pictures.notPicture", "{{name}} ei ole kuva, jota peli osaa lukea."},
+    {"pictures.damaged", "{{name}} on vioittunut tai keskeneräinen."},
+    {"pictures.tooSmall", "{{name}} on liian pieni: lyhyemmän sivun on oltava vähintään 400 pikseliä."},
+    {"pictures.tooLarge", "{{name}} on liian suuri: enintään 100 megapikseliä."},
+    {"pictures.notStored", "Tiedostoa {{name}} ei voitu tallentaa: pelin datakansioon ei voi kirjoittaa (onko levy täynnä?)."},
+    {"pictures.removeTitle", "Poistetaanko tämä kuva?"},
+    {"pictures.removeMessage", "Se poistuu omista kuvistasi ja sen ratkaisut galleriasta. Alkuperäinen tiedosto jää paikalleen."},
+    {"pictures.remove", "Poista"},
 };
 
 }  // namespace i18n_data

@@ -109,6 +109,20 @@ const Entry kEntries_fr[kKeyCount] = {
     {"settings.reducedMotion", "Animations réduites"},
     {"settings.interfaceSize", "Taille de l’interface"},
     {"settings.strongOutlines", "Contours des pièces renforcés"},
+    {"levels.yourPictures", "Vos images"},
+    {"levels.picturesHint", "Déposez des photos sur la fenêtre ou placez-les dans le dossier."},
+    {"levels.openFolder", "Ouvrir le dossier"},
+    {"pictures.badge", "PHOTO"},
+    {"pictures.notAdded", "Image non ajoutée"},
+    {"pictures.unreadable", "Impossible d’ouvrir {{name}}."},
+    {"pictures.notPicture", "{{name}} n’est pas une image que le jeu sait lire."},
+    {"pictures.damaged", "{{name}} est endommagé ou incomplet."},
+    {"pictures.tooSmall", "{{name}} est trop petit : son petit côté doit mesurer au moins 400 pixels."},
+    {"pictures.tooLarge", "{{name}} est trop grand : 100 mégapixels au maximum."},
+    {"pictures.notStored", "Impossible d’enregistrer {{name}} : le dossier de données du jeu n’est pas accessible en écriture (disque plein ?)."},
+    {"pictures.removeTitle", "Retirer cette image ?"},
+    {"pictures.removeMessage", "Elle quitte vos images et ses résolutions quittent la galerie. Le fichier d’origine reste à sa place."},
+    {"pictures.remove", "Retirer"},
 };
 
 }  // namespace i18n_data

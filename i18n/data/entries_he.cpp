@@ -107,6 +107,20 @@ const Entry kEntries_he[kKeyCount] = {
     {"settings.reducedMotion", "הפחתת תנועה"},
     {"settings.interfaceSize", "גודל הממשק"},
     {"settings.strongOutlines", "קווי מתאר בולטים לחלקים"},
+    {"levels.yourPictures", "התמונות שלך"},
+    {"levels.picturesHint", "אפשר לגרור תמונות לחלון או לשים אותן בתיקייה."},
+    {"levels.openFolder", "פתיחת התיקייה"},
+    {"pictures.badge", "תמונה"},
+    {"pictures.notAdded", "התמונה לא נוספה"},
+    {"pictures.unreadable", "לא ניתן לפתוח את {{name}}."},
+    {"pictures.notPicture", "הקובץ {{name}} אינו תמונה שהמשחק יודע לקרוא."},
+    {"pictures.damaged", "הקובץ {{name}} פגום או חלקי."},
+    {"pictures.tooSmall", "הקובץ {{name}} קטן מדי: הצלע הקצרה צריכה להיות באורך 400 פיקסלים לפחות."},
+    {"pictures.tooLarge", "הקובץ {{name}} גדול מדי: עד 100 מגה־פיקסל."},
+    {"pictures.notStored", "לא ניתן לשמור את {{name}}: אי אפשר לכתוב לתיקיית הנתונים של המשחק (הדיסק מלא?)."},
+    {"pictures.removeTitle", "להסיר את התמונה הזו?"},
+    {"pictures.removeMessage", "היא תצא מהתמונות שלך והפתרונות שלה ייצאו מהגלריה. הקובץ המקורי נשאר במקומו."},
+    {"pictures.remove", "הסרה"},
 };
 
 }  // namespace i18n_data

@@ -107,6 +107,20 @@ const Entry kEntries_hu[kKeyCount] = {
     {"settings.reducedMotion", "Kevesebb mozgás"},
     {"settings.interfaceSize", "A felület mérete"},
     {"settings.strongOutlines", "Erős körvonal a darabokon"},
+    {"levels.yourPictures", "Saját képeid"},
+    {"levels.picturesHint", "Húzz fotókat az ablakra, vagy tedd őket a mappába."},
+    {"levels.openFolder", "Mappa megnyitása"},
+    {"pictures.badge", "FOTÓ"},
+    {"pictures.notAdded", "A kép nem került be"},
+    {"pictures.unreadable", "{{name}} nem nyitható meg."},
+    {"pictures.notPicture", "{{name}} nem olyan kép, amelyet a játék be tud olvasni."},
+    {"pictures.damaged", "{{name}} sérült vagy hiányos."},
+    {"pictures.tooSmall", "{{name}} túl kicsi: a rövidebb oldalának legalább 400 képpontosnak kell lennie."},
+    {"pictures.tooLarge", "{{name}} túl nagy: legfeljebb 100 megapixel lehet."},
+    {"pictures.notStored", "{{name}} nem menthető: a játék adatmappája nem írható (megtelt a lemez?)."},
+    {"pictures.removeTitle", "Eltávolítod ezt a képet?"},
+    {"pictures.removeMessage", "Kikerül a saját képeid közül, a kirakásai pedig a galériából. Az eredeti fájl a helyén marad."},
+    {"pictures.remove", "Eltávolítás"},
 };
 
 }  // namespace i18n_data

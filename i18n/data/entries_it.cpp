@@ -107,6 +107,20 @@ const Entry kEntries_it[kKeyCount] = {
     {"settings.reducedMotion", "Movimento ridotto"},
     {"settings.interfaceSize", "Dimensione dell’interfaccia"},
     {"settings.strongOutlines", "Contorni dei pezzi marcati"},
+    {"levels.yourPictures", "Le tue immagini"},
+    {"levels.picturesHint", "Trascina le foto sulla finestra o mettile nella cartella."},
+    {"levels.openFolder", "Apri cartella"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Immagine non aggiunta"},
+    {"pictures.unreadable", "Impossibile aprire {{name}}."},
+    {"pictures.notPicture", "{{name}} non è un'immagine che il gioco sa leggere."},
+    {"pictures.damaged", "{{name}} è danneggiato o incompleto."},
+    {"pictures.tooSmall", "{{name}} è troppo piccolo: il lato più corto deve avere almeno 400 pixel."},
+    {"pictures.tooLarge", "{{name}} è troppo grande: al massimo 100 megapixel."},
+    {"pictures.notStored", "Impossibile salvare {{name}}: non si può scrivere nella cartella dei dati del gioco (disco pieno?)."},
+    {"pictures.removeTitle", "Rimuovere questa immagine?"},
+    {"pictures.removeMessage", "Esce dalle tue immagini e le sue soluzioni escono dalla galleria. Il file originale resta dov'è."},
+    {"pictures.remove", "Rimuovi"},
 };
 
 }  // namespace i18n_data

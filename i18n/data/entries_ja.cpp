@@ -107,6 +107,20 @@ const Entry kEntries_ja[kKeyCount] = {
     {"settings.reducedMotion", "動きを減らす"},
     {"settings.interfaceSize", "画面表示の大きさ"},
     {"settings.strongOutlines", "ピースの輪郭を太くする"},
+    {"levels.yourPictures", "あなたの写真"},
+    {"levels.picturesHint", "写真をウィンドウにドロップするか、フォルダーに入れてください。"},
+    {"levels.openFolder", "フォルダーを開く"},
+    {"pictures.badge", "写真"},
+    {"pictures.notAdded", "写真を追加できませんでした"},
+    {"pictures.unreadable", "{{name}} を開けませんでした。"},
+    {"pictures.notPicture", "{{name}} はゲームが読める画像ではありません。"},
+    {"pictures.damaged", "{{name}} は壊れているか、不完全です。"},
+    {"pictures.tooSmall", "{{name}} は小さすぎます。短い辺が400ピクセル以上必要です。"},
+    {"pictures.tooLarge", "{{name}} は大きすぎます。最大1億ピクセルまでです。"},
+    {"pictures.notStored", "{{name}} を保存できませんでした。ゲームのデータフォルダーに書き込めません（ディスクがいっぱいですか？）。"},
+    {"pictures.removeTitle", "この写真を削除しますか？"},
+    {"pictures.removeMessage", "あなたの写真から消え、その完成記録もギャラリーから消えます。元のファイルはそのまま残ります。"},
+    {"pictures.remove", "削除"},
 };
 
 }  // namespace i18n_data

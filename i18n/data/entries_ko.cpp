@@ -107,6 +107,20 @@ const Entry kEntries_ko[kKeyCount] = {
     {"settings.reducedMotion", "동작 줄이기"},
     {"settings.interfaceSize", "인터페이스 크기"},
     {"settings.strongOutlines", "조각 윤곽선 굵게"},
+    {"levels.yourPictures", "내 사진"},
+    {"levels.picturesHint", "사진을 창에 끌어 놓거나 폴더에 넣으세요."},
+    {"levels.openFolder", "폴더 열기"},
+    {"pictures.badge", "사진"},
+    {"pictures.notAdded", "사진을 추가하지 못했습니다"},
+    {"pictures.unreadable", "{{name}}을(를) 열 수 없습니다."},
+    {"pictures.notPicture", "{{name}}은(는) 게임이 읽을 수 있는 이미지가 아닙니다."},
+    {"pictures.damaged", "{{name}}이(가) 손상되었거나 불완전합니다."},
+    {"pictures.tooSmall", "{{name}}이(가) 너무 작습니다. 짧은 변이 400픽셀 이상이어야 합니다."},
+    {"pictures.tooLarge", "{{name}}이(가) 너무 큽니다. 최대 1억 픽셀까지입니다."},
+    {"pictures.notStored", "{{name}}을(를) 저장할 수 없습니다. 게임의 데이터 폴더에 쓸 수 없습니다(디스크가 가득 찼나요?)."},
+    {"pictures.removeTitle", "이 사진을 삭제할까요?"},
+    {"pictures.removeMessage", "내 사진에서 사라지고, 완성 기록도 갤러리에서 사라집니다. 원본 파일은 그대로 남습니다."},
+    {"pictures.remove", "삭제"},
 };
 
 }  // namespace i18n_data

@@ -107,6 +107,20 @@ const Entry kEntries_nl[kKeyCount] = {
     {"settings.reducedMotion", "Minder beweging"},
     {"settings.interfaceSize", "Grootte van de interface"},
     {"settings.strongOutlines", "Duidelijke randen om stukjes"},
+    {"levels.yourPictures", "Jouw afbeeldingen"},
+    {"levels.picturesHint", "Sleep foto's naar het venster of zet ze in de map."},
+    {"levels.openFolder", "Map openen"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Afbeelding niet toegevoegd"},
+    {"pictures.unreadable", "{{name}} kon niet worden geopend."},
+    {"pictures.notPicture", "{{name}} is geen afbeelding die het spel kan lezen."},
+    {"pictures.damaged", "{{name}} is beschadigd of onvolledig."},
+    {"pictures.tooSmall", "{{name}} is te klein: de kortste zijde moet minstens 400 pixels zijn."},
+    {"pictures.tooLarge", "{{name}} is te groot: hoogstens 100 megapixel."},
+    {"pictures.notStored", "{{name}} kon niet worden bewaard: de gegevensmap van het spel is niet beschrijfbaar (schijf vol?)."},
+    {"pictures.removeTitle", "Deze afbeelding verwijderen?"},
+    {"pictures.removeMessage", "Ze verdwijnt uit je afbeeldingen en haar oplossingen uit de galerij. Het originele bestand blijft waar het is."},
+    {"pictures.remove", "Verwijderen"},
 };
 
 }  // namespace i18n_data

@@ -109,6 +109,20 @@ const Entry kEntries_pl[kKeyCount] = {
     {"settings.reducedMotion", "Ograniczony ruch"},
     {"settings.interfaceSize", "Rozmiar interfejsu"},
     {"settings.strongOutlines", "Wyraźne kontury elementów"},
+    {"levels.yourPictures", "Twoje obrazy"},
+    {"levels.picturesHint", "Upuść zdjęcia na okno albo włóż je do folderu."},
+    {"levels.openFolder", "Otwórz folder"},
+    {"pictures.badge", "ZDJĘCIE"},
+    {"pictures.notAdded", "Nie dodano obrazu"},
+    {"pictures.unreadable", "Nie udało się otworzyć {{name}}."},
+    {"pictures.notPicture", "{{name}} nie jest obrazem, który gra potrafi odczytać."},
+    {"pictures.damaged", "{{name}} jest uszkodzony lub niekompletny."},
+    {"pictures.tooSmall", "{{name}} jest za mały: krótszy bok musi mieć co najmniej 400 pikseli."},
+    {"pictures.tooLarge", "{{name}} jest za duży: najwyżej 100 megapikseli."},
+    {"pictures.notStored", "Nie udało się zapisać {{name}}: folderu danych gry nie da się zapisać (pełny dysk?)."},
+    {"pictures.removeTitle", "Usunąć ten obraz?"},
+    {"pictures.removeMessage", "Zniknie z twoich obrazów, a jego ułożenia z galerii. Oryginalny plik zostaje na swoim miejscu."},
+    {"pictures.remove", "Usuń"},
 };
 
 }  // namespace i18n_data

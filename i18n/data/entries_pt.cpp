@@ -107,6 +107,20 @@ const Entry kEntries_pt[kKeyCount] = {
     {"settings.reducedMotion", "Movimento reduzido"},
     {"settings.interfaceSize", "Tamanho da interface"},
     {"settings.strongOutlines", "Contornos das peças reforçados"},
+    {"levels.yourPictures", "Suas imagens"},
+    {"levels.picturesHint", "Solte fotos na janela ou coloque-as na pasta."},
+    {"levels.openFolder", "Abrir pasta"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Imagem não adicionada"},
+    {"pictures.unreadable", "Não foi possível abrir {{name}}."},
+    {"pictures.notPicture", "{{name}} não é uma imagem que o jogo consiga ler."},
+    {"pictures.damaged", "{{name}} está danificado ou incompleto."},
+    {"pictures.tooSmall", "{{name}} é pequeno demais: o lado menor precisa de pelo menos 400 pixels."},
+    {"pictures.tooLarge", "{{name}} é grande demais: no máximo 100 megapixels."},
+    {"pictures.notStored", "Não foi possível guardar {{name}}: a pasta de dados do jogo não pode ser gravada (disco cheio?)."},
+    {"pictures.removeTitle", "Remover esta imagem?"},
+    {"pictures.removeMessage", "Ela sai das suas imagens e suas soluções saem da galeria. O arquivo original fica onde está."},
+    {"pictures.remove", "Remover"},
 };
 
 }  // namespace i18n_data

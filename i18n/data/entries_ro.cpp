@@ -107,6 +107,20 @@ const Entry kEntries_ro[kKeyCount] = {
     {"settings.reducedMotion", "Mișcare redusă"},
     {"settings.interfaceSize", "Dimensiunea interfeței"},
     {"settings.strongOutlines", "Contururi accentuate ale pieselor"},
+    {"levels.yourPictures", "Imaginile tale"},
+    {"levels.picturesHint", "Trage fotografii pe fereastră sau pune-le în dosar."},
+    {"levels.openFolder", "Deschide dosarul"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Imaginea nu a fost adăugată"},
+    {"pictures.unreadable", "{{name}} nu a putut fi deschis."},
+    {"pictures.notPicture", "{{name}} nu este o imagine pe care jocul o poate citi."},
+    {"pictures.damaged", "{{name}} este deteriorat sau incomplet."},
+    {"pictures.tooSmall", "{{name}} este prea mic: latura mai scurtă trebuie să aibă cel puțin 400 de pixeli."},
+    {"pictures.tooLarge", "{{name}} este prea mare: cel mult 100 de megapixeli."},
+    {"pictures.notStored", "{{name}} nu a putut fi salvat: în dosarul de date al jocului nu se poate scrie (disc plin?)."},
+    {"pictures.removeTitle", "Elimini această imagine?"},
+    {"pictures.removeMessage", "Dispare din imaginile tale, iar rezolvările ei din galerie. Fișierul original rămâne unde este."},
+    {"pictures.remove", "Elimină"},
 };
 
 }  // namespace i18n_data

@@ -109,6 +109,20 @@ const Entry kEntries_ru[kKeyCount] = {
     {"settings.reducedMotion", "Меньше движения"},
     {"settings.interfaceSize", "Размер интерфейса"},
     {"settings.strongOutlines", "Чёткие контуры деталей"},
+    {"levels.yourPictures", "Ваши картинки"},
+    {"levels.picturesHint", "Перетащите фотографии в окно или положите их в папку."},
+    {"levels.openFolder", "Открыть папку"},
+    {"pictures.badge", "ФОТО"},
+    {"pictures.notAdded", "Картинка не добавлена"},
+    {"pictures.unreadable", "Не удалось открыть {{name}}."},
+    {"pictures.notPicture", "{{name}} — не картинка, которую может прочитать игра."},
+    {"pictures.damaged", "{{name}} повреждён или неполон."},
+    {"pictures.tooSmall", "{{name}} слишком мал: короткая сторона должна быть не меньше 400 пикселей."},
+    {"pictures.tooLarge", "{{name}} слишком велик: не больше 100 мегапикселей."},
+    {"pictures.notStored", "Не удалось сохранить {{name}}: в папку данных игры нельзя записать (диск заполнен?)."},
+    {"pictures.removeTitle", "Удалить эту картинку?"},
+    {"pictures.removeMessage", "Она исчезнет из ваших картинок, а её сборки — из галереи. Исходный файл останется на месте."},
+    {"pictures.remove", "Удалить"},
 };
 
 }  // namespace i18n_data

@@ -107,6 +107,20 @@ const Entry kEntries_sv[kKeyCount] = {
     {"settings.reducedMotion", "Minskad rörelse"},
     {"settings.interfaceSize", "Gränssnittets storlek"},
     {"settings.strongOutlines", "Tydliga konturer på bitarna"},
+    {"levels.yourPictures", "Dina bilder"},
+    {"levels.picturesHint", "Släpp foton på fönstret eller lägg dem i mappen."},
+    {"levels.openFolder", "Öppna mappen"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Bilden lades inte till"},
+    {"pictures.unreadable", "{{name}} kunde inte öppnas."},
+    {"pictures.notPicture", "{{name}} är ingen bild som spelet kan läsa."},
+    {"pictures.damaged", "{{name}} är skadad eller ofullständig."},
+    {"pictures.tooSmall", "{{name}} är för liten: den kortare sidan måste vara minst 400 pixlar."},
+    {"pictures.tooLarge", "{{name}} är för stor: högst 100 megapixel."},
+    {"pictures.notStored", "{{name}} kunde inte sparas: det går inte att skriva i spelets datamapp (är disken full?)."},
+    {"pictures.removeTitle", "Ta bort den här bilden?"},
+    {"pictures.removeMessage", "Den försvinner ur dina bilder och dess lösningar ur galleriet. Originalfilen ligger kvar där den är."},
+    {"pictures.remove", "Ta bort"},
 };
 
 }  // namespace i18n_data

@@ -107,6 +107,20 @@ const Entry kEntries_tr[kKeyCount] = {
     {"settings.reducedMotion", "Azaltılmış hareket"},
     {"settings.interfaceSize", "Arayüz boyutu"},
     {"settings.strongOutlines", "Parçalarda belirgin kenarlar"},
+    {"levels.yourPictures", "Resimlerin"},
+    {"levels.picturesHint", "Fotoğrafları pencereye bırak ya da klasöre koy."},
+    {"levels.openFolder", "Klasörü aç"},
+    {"pictures.badge", "FOTO"},
+    {"pictures.notAdded", "Resim eklenmedi"},
+    {"pictures.unreadable", "{{name}} açılamadı."},
+    {"pictures.notPicture", "{{name}} oyunun okuyabildiği bir resim değil."},
+    {"pictures.damaged", "{{name}} bozuk ya da eksik."},
+    {"pictures.tooSmall", "{{name}} çok küçük: kısa kenarı en az 400 piksel olmalı."},
+    {"pictures.tooLarge", "{{name}} çok büyük: en fazla 100 megapiksel."},
+    {"pictures.notStored", "{{name}} kaydedilemedi: oyunun veri klasörüne yazılamıyor (disk dolu mu?)."},
+    {"pictures.removeTitle", "Bu resim kaldırılsın mı?"},
+    {"pictures.removeMessage", "Resimlerinden, çözümleri de galeriden çıkar. Asıl dosya olduğu yerde kalır."},
+    {"pictures.remove", "Kaldır"},
 };
 
 }  // namespace i18n_data

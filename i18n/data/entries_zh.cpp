@@ -107,6 +107,20 @@ const Entry kEntries_zh[kKeyCount] = {
     {"settings.reducedMotion", "减少动态效果"},
     {"settings.interfaceSize", "界面大小"},
     {"settings.strongOutlines", "加粗拼图块轮廓"},
+    {"levels.yourPictures", "你的图片"},
+    {"levels.picturesHint", "把照片拖到窗口上，或放进文件夹。"},
+    {"levels.openFolder", "打开文件夹"},
+    {"pictures.badge", "照片"},
+    {"pictures.notAdded", "未添加图片"},
+    {"pictures.unreadable", "无法打开 {{name}}。"},
+    {"pictures.notPicture", "{{name}} 不是游戏能读取的图片。"},
+    {"pictures.damaged", "{{name}} 已损坏或不完整。"},
+    {"pictures.tooSmall", "{{name}} 太小：较短的一边至少需要 400 像素。"},
+    {"pictures.tooLarge", "{{name}} 太大：最多 1 亿像素。"},
+    {"pictures.notStored", "无法保存 {{name}}：无法写入游戏的数据文件夹（磁盘已满？）。"},
+    {"pictures.removeTitle", "移除这张图片？"},
+    {"pictures.removeMessage", "它会从你的图片中移除，它的完成记录也会从画廊中移除。原始文件保持原样。"},
+    {"pictures.remove", "移除"},
 };
 
 }  // namespace i18n_data

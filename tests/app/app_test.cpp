@@ -13,9 +13,15 @@
 namespace {
 
 // Left to right: the first --version or --help decides; --size takes the
-// next argument as its value, whatever it is.
+// next argument as its value, whatever it is; the rest are pictures.
 TEST(CommandLine, OptionsApplyLeftToRight) {
-  struct Case { std::vector<const char*> args; app::InfoRequest info; bool sized, fullscreen; int w, h; };
+  struct Case {
+    std::vector<const char*> args;
+    app::InfoRequest info;
+    bool sized, fullscreen;
+    int w, h;
+    const char* pictures = "";
+  };
   const Case kCases[] = {
       {{"game", "--help", "--version"}, app::InfoRequest::Help, false, false, 1280, 800},
       {{"game", "--size", "640x480", "--version"}, app::InfoRequest::Version, true, false, 640, 480},
@@ -24,14 +30,19 @@ TEST(CommandLine, OptionsApplyLeftToRight) {
       {{"game", "--size", "--fullscreen"}, app::InfoRequest::None, false, false, 1280, 800},
       {{"game", "--fullscreen", "--windowed", "--size"}, app::InfoRequest::None, false, false, 1280, 800},
       {{"game", "--size", "1000x700", "--size", "100x100"}, app::InfoRequest::None, true, false, 1000, 700},
+      {{"game", "a.jpg", "--size", "b.jpg", "", "c d.png"}, app::InfoRequest::None, false, false, 1280, 800,
+       "a.jpg|c d.png|"},
   };
   for (const Case& c : kCases) {
     SCOPED_TRACE(testing::PrintToString(c.args));
     const int argc = static_cast<int>(c.args.size());
     store::Settings s;
     const bool sized = app::applyWindowOptions(argc, c.args.data(), s);
-    EXPECT_EQ(std::make_tuple(app::findInfoRequest(argc, c.args.data()), sized, s.fullscreen, s.windowW, s.windowH),
-              std::make_tuple(c.info, c.sized, c.fullscreen, c.w, c.h));
+    std::string pictures;
+    for (const std::string& p : app::pictureArguments(argc, c.args.data())) pictures += p + "|";
+    EXPECT_EQ(std::make_tuple(app::findInfoRequest(argc, c.args.data()), sized, s.fullscreen, s.windowW, s.windowH,
+                              pictures),
+              std::make_tuple(c.info, c.sized, c.fullscreen, c.w, c.h, std::string(c.pictures)));
   }
 }
 

@@ -66,7 +66,7 @@ TEST(DebianPackage, InstallsAGameThatFindsItsAssetsAndAMenuEntryThatStartsIt) {
   run({"appstreamcli", "validate", "--no-net", root + "/usr/share/metainfo/" + kAppId + ".metainfo.xml"},
       work.file("log-meta"));
   const std::string text = testsupport::readFile(entry);
-  for (const std::string& line : {std::string("\nExec=tessellatrix\n"), "\nIcon=" + kAppId + "\n"})
+  for (const std::string& line : {std::string("\nExec=tessellatrix %F\n"), "\nIcon=" + kAppId + "\n"})
     EXPECT_NE(text.find(line), std::string::npos) << text;
   for (const std::string& icon : {"scalable/apps/" + kAppId + ".svg", "48x48/apps/" + kAppId + ".png"})
     EXPECT_TRUE(platform::fs::isFile(root + "/usr/share/icons/hicolor/" + icon)) << icon;

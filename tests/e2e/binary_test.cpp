@@ -12,7 +12,9 @@
 
 #include "js/json.h"
 #include "platform/fs.h"
+#include "platform/image.h"
 #include "platform/seal.h"
+#include "store/pictures.h"
 #include "tests/support/test_support.h"
 
 namespace {
@@ -172,11 +174,17 @@ TEST_F(GameBinary, APlayerComesInThroughTheSplashLooksAroundAndQuitsFromTheMenu)
   EXPECT_TRUE(st.exited && st.code == 0) << st.code << " " << st.signal;
 }
 
-// A puzzle solved by demo shows the finished picture, which a double click
-// zooms in, and Continue leads to the menu. (The gallery's cards open it
-// again: the keyboard journey below.)
-TEST_F(GameBinary, ASolveIsShownZoomedByADoubleClickAndLeftForTheMenu) {
-  auto game = startDrawing({"--size", "1000x700"}, {{"TESSELLATRIX_SCREEN", "playing"}, {"TESSELLATRIX_DEMO", "100"}});
+// A phone photo opened with the game, as a file manager opens it, its EXIF
+// tag turning it a quarter, is a puzzle of the picture upright (a picture
+// put in the pictures folder joined at start). Solved by demo it shows the
+// finished picture; Continue leads to the menu, whose gallery holds the
+// solve as a card that opens it again, and a double click on the picture
+// zooms in.
+TEST_F(GameBinary, APhotoOpenedWithTheGameIsAnUprightPuzzleKeptInTheGallery) {
+  const std::string photo = logs.write("holiday.jpg", testsupport::quarteredJpeg(4000, 3000, 6));
+  platform::fs::ensureDir(data.file("tessellatrix/pictures"));
+  platform::fs::writeFile(data.file("tessellatrix/pictures/dog.jpg"), testsupport::quarteredJpeg(900, 600));
+  auto game = startDrawing({"--size", "1000x700", photo}, {{"TESSELLATRIX_DEMO", "100"}});
   ASSERT_TRUE(xdotool("windowfocus --sync %1 sleep 0.3"));
   const auto click = [&](int x, int y, const char* how = "click 1") {
     return xdotool("mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) + " " + how + " sleep 0.3");
@@ -184,7 +192,25 @@ TEST_F(GameBinary, ASolveIsShownZoomedByADoubleClickAndLeftForTheMenu) {
   const auto solved = [](int seen) { return std::abs(seen - (700 - 84 + 16 + 26)) <= 2; };  // its one button
   const int kContinue = lookUntil(400, solved);
   ASSERT_TRUE(solved(kContinue)) << "the solved screen";
-  ASSERT_TRUE(waitFor([&] { return stored("saves.dat")["solves_list"].size() == 1; }));
+  const std::string id = store::pictureId(testsupport::readFile(photo));
+  ASSERT_TRUE(waitFor([&] { return stored("saves.dat")["solves_list"][0]["imageId"].string == id; }));
+  cairo_surface_t* kept = platform::loadImage(data.file("tessellatrix/imported/" + id + ".jpg"), 0, 0);
+  ASSERT_NE(kept, nullptr);
+  const uint32_t topLeft = *reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(kept));
+  EXPECT_EQ(std::to_string(cairo_image_surface_get_width(kept)) + "x" +
+                std::to_string(cairo_image_surface_get_height(kept)) + testsupport::quarterColour(topLeft),
+            "1920x2560B") << "upright: the stored bottom left quarter is the top left one";
+  cairo_surface_destroy(kept);
+  js::Value index;
+  ASSERT_TRUE(js::parseFile(data.file("tessellatrix/imported/index.json"), &index));
+  EXPECT_EQ(index["pictures"][0]["name"].string + " " + index["pictures"][1]["name"].string, "dog holiday");
+  ASSERT_TRUE(click(500, kContinue));
+  const int first = lookUntil(400, [&](int seen) { return seen > 0 && seen != kContinue; });
+  ASSERT_GT(first, 0) << "the menu";
+  ASSERT_TRUE(click(500, first + 2 * 64));  // Gallery, third in the column
+  ASSERT_EQ(lookUntil(400, [](int seen) { return seen == -1; }), -1) << "the gallery";
+  ASSERT_TRUE(click(200, 200));  // the one card
+  ASSERT_EQ(lookUntil(400, solved), kContinue) << "the solve again";
   const std::vector<uint32_t> fitted = testsupport::windowColumn(x.display(), "Quillmoss", 150);
   ASSERT_TRUE(click(300, 300, "click --repeat 2 --delay 80 1"));
   EXPECT_TRUE(waitFor([&] {

@@ -15,6 +15,7 @@
 #include <thread>
 
 #include "platform/fs.h"
+#include "platform/image.h"
 
 namespace testsupport {
 
@@ -50,6 +51,33 @@ std::string TempDir::write(const std::string& name, const std::string& content) 
   const std::string p = file(name);
   std::ofstream(p, std::ios::binary) << content;
   return p;
+}
+
+std::string quarteredJpeg(int w, int h, int orientation) {
+  cairo_surface_t* s = cairo_image_surface_create(CAIRO_FORMAT_RGB24, w, h);
+  cairo_t* cr = cairo_create(s);
+  const double quarters[4][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}};
+  for (int q = 0; q < 4; ++q) {
+    cairo_set_source_rgb(cr, quarters[q][0], quarters[q][1], quarters[q][2]);
+    cairo_rectangle(cr, q % 2 * w / 2, q / 2 * h / 2, w / 2, h / 2);
+    cairo_fill(cr);
+  }
+  cairo_destroy(cr);
+  std::string jpeg;
+  platform::encodeJpeg(s, 90, &jpeg);
+  cairo_surface_destroy(s);
+  if (orientation == 0) return jpeg;
+  // APP1 right after the start marker: "Exif", a big-endian TIFF header and
+  // one directory holding the one SHORT entry 0x0112.
+  const char app1[] = "\xFF\xE1\x00\x22" "Exif\0\0" "MM\x00\x2A\x00\x00\x00\x08" "\x00\x01"
+                      "\x01\x12\x00\x03\x00\x00\x00\x01\x00";
+  return jpeg.substr(0, 2) + std::string(app1, sizeof app1 - 1) + char(orientation) + std::string(6, '\0') +
+         jpeg.substr(2);
+}
+
+std::string quarterColour(uint32_t rgb) {
+  const bool r = (rgb >> 16 & 255) > 128, g = (rgb >> 8 & 255) > 128, b = (rgb & 255) > 128;
+  return r && g && b ? "W" : r ? "R" : g ? "G" : b ? "B" : "?";
 }
 
 std::string readFile(const std::string& path) {

@@ -6,6 +6,7 @@
 #include <SDL.h>
 #include <sys/types.h>
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -30,6 +31,13 @@ class TempDir {
 };
 
 std::string readFile(const std::string& path);
+
+// A JPEG file's bytes, w x h pixels in four quarters: red, green (top left,
+// top right), blue, white (bottom left, bottom right); tagged with an EXIF
+// orientation when given one.
+std::string quarteredJpeg(int w, int h, int orientation = 0);
+// Which of those four colours the pixel 0x00RRGGBB is nearest: "R", "G", "B" or "W".
+std::string quarterColour(uint32_t rgb);
 void removeTree(const std::string& path);
 
 // Sets (or, with nullopt, unsets) an environment variable for the scope.

@@ -6,7 +6,9 @@
 #include <set>
 #include <tuple>
 
+#include "core/catalog.h"
 #include "i18n/i18n.h"
+#include "store/pictures.h"
 #include "store/store.h"
 #include "tests/support/frame_driver.h"
 #include "ui/widgets/trace.h"
@@ -68,6 +70,40 @@ TEST(LevelSelect, ALockedLevelExplainsWhichLevelOpensIt) {
   EXPECT_TRUE(traced(driver, message).empty());
   driver.key(SDLK_ESCAPE);
   EXPECT_EQ(driver.game().top().screen, ui::ScreenKind::Menu);
+}
+
+// Pictures dropped on the level select join "Your pictures" (a file that is
+// none says so); one is removed from its card after a question, its saved
+// puzzle with it. A save of a picture gone by other ways leaves the menu
+// without Continue, and opening it shows an empty table rather than a crash.
+TEST(LevelSelect, DroppedPicturesJoinYourPicturesAndLeaveFromTheirCards) {
+  FrameDriver driver(1280, 800);
+  testsupport::TempDir t;
+  traced(driver, "", true);
+  ui::Input drop;
+  drop.dropped = {t.write("a.jpg", testsupport::quarteredJpeg(800, 600)),
+                  t.write("b.jpg", testsupport::quarteredJpeg(600, 800)), t.write("c.txt", "text")};
+  driver.frame(drop);
+  EXPECT_EQ(traced(driver, i18n::tr("pictures.notPicture", {{"name", "c.txt"}})).size(), 1u);
+  driver.key(SDLK_RETURN);
+  const std::vector<ui::TracedWidget> remove = traced(driver, i18n::tr("pictures.remove"));
+  ASSERT_EQ(remove.size(), 2u) << "both cards, scrolled to";
+  store::SavedPuzzle saved;
+  saved.imageId = core::pictureLevels().at(0).id, saved.rows = 5, saved.cols = 6;
+  store::savePuzzle(saved);
+  driver.click(remove[0].rect.x + 5, remove[0].rect.y + 5);
+  driver.key(SDLK_RETURN);
+  EXPECT_FALSE(store::currentPuzzle().valid);
+  ASSERT_EQ(core::pictureLevels().size(), 1u);
+  EXPECT_EQ(core::pictureLevels()[0].source, "b");
+
+  saved.imageId = core::pictureLevels()[0].id;
+  store::savePuzzle(saved);
+  store::removePicture(saved.imageId);
+  driver.game().resetTo(ui::GameState{ui::ScreenKind::Menu, "", 0, 0, 0});
+  EXPECT_TRUE(traced(driver, i18n::tr("menu.continue")).empty());
+  driver.game().resetTo(ui::GameState{ui::ScreenKind::Playing, saved.imageId, 5, 6, 0});
+  driver.idle(0.2);
 }
 
 }  // namespace

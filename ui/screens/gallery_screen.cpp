@@ -124,7 +124,7 @@ class GalleryScreen : public Screen {
     const core::Level* level = core::levelById(e.imageId);
     const Rect badge{card.x + 8, card.y + 8, 66, 24};
     fillRoundedRect(cr, badge, 8, 0x000000, 0.65);
-    drawLabel(cr, badge, "LVL " + std::to_string(level->number), labelStyle(13, true, kColorAccent, badge.w - 8));
+    drawLabel(cr, badge, levelBadge(*level), labelStyle(13, true, kColorAccent, badge.w - 8));
 
     // The clock sits in the blank run between the grid and the time.
     char info[96];
@@ -137,7 +137,7 @@ class GalleryScreen : public Screen {
     drawClockIcon(cr, cx - infoW * 0.5 + 0.52 * infoW, bottom + 18, 14, kColorAccent, 1.0);
     drawTextCentered(cr, cx, bottom + 38, formatDateTime(e.solvedAt), labelStyle(11, false, kColorMuted, card.w - 16));
 
-    if (pressWidget(ctx, hit, "LVL " + std::to_string(level->number))) {
+    if (pressWidget(ctx, hit, levelBadge(*level))) {
       Game::instance().push(GameState{ScreenKind::Solved, e.imageId, e.rows, e.cols, e.elapsedMs});
     }
   }

@@ -1,6 +1,8 @@
 // Every level as a card in a scrolling grid: its thumbnail (blurred until
 // the level is solved once), a number badge, the lock of a level not yet
 // reached, and one chip per difficulty that starts, resumes or explains.
+// After the forty, the player's own pictures under their own heading, each
+// with a button that removes it; pictures dropped on the window join them.
 #include <SDL.h>
 
 #include <algorithm>
@@ -14,12 +16,14 @@
 #include "ui/draw.h"
 #include "ui/focus.h"
 #include "ui/gpu.h"
+#include "ui/screens/own_pictures.h"
 #include "ui/screens/screens.h"
 #include "ui/text.h"
 #include "ui/textures/level_thumb.h"
 #include "ui/widgets/buttons.h"
 #include "ui/widgets/chrome.h"
 #include "ui/widgets/dialog.h"
+#include "ui/widgets/format.h"
 #include "ui/widgets/icons.h"
 #include "ui/widgets/scroll.h"
 #include "ui/widgets/theme.h"
@@ -34,17 +38,26 @@ constexpr double kLowerH = 76;   // the card's chip area below its thumbnail
 constexpr double kChipH = 30, kChipGapX = 6, kChipStepY = 36;
 constexpr int kChipsPerRow = 3;
 
-// The grid for one frame, from the window size and the header height.
+// The grid for one frame, from the window size and the header height: the
+// built-in levels' cards, the section heading, the player's pictures.
 struct Grid {
   int columns = 1;
   double cardW = 0, thumbH = 0, cardH = 0, top = 0;
+  int builtIn = static_cast<int>(core::levels().size());
 
+  double rowsHeight(int cards) const { return std::ceil(static_cast<double>(cards) / columns) * (cardH + kGap); }
+  Rect section(double scroll, double width) const {
+    return Rect{kMargin, top + kGap + rowsHeight(builtIn) - scroll, width - 2 * kMargin, kPictureSectionH};
+  }
   Rect card(int i, double scroll) const {
-    return Rect{(i % columns) * (cardW + kGap) + kMargin, top + kGap + (i / columns) * (cardH + kGap) - scroll,
-                cardW, cardH};
+    const bool own = i >= builtIn;
+    const int k = own ? i - builtIn : i;
+    const double first = top + kGap + (own ? rowsHeight(builtIn) + kPictureSectionH : 0);
+    return Rect{(k % columns) * (cardW + kGap) + kMargin, first + (k / columns) * (cardH + kGap) - scroll, cardW,
+                cardH};
   }
   double contentHeight(size_t cards) const {
-    return std::ceil(static_cast<double>(cards) / columns) * (cardH + kGap) + kGap;
+    return rowsHeight(builtIn) + kPictureSectionH + rowsHeight(static_cast<int>(cards) - builtIn) + kGap;
   }
 };
 
@@ -83,14 +96,15 @@ void roundCorners(cairo_t* cr, const Rect& card) {
   cairo_restore(cr);
 }
 
-void drawBadge(cairo_t* cr, const Rect& card, int number) {
+void drawBadge(cairo_t* cr, const Rect& card, const core::Level& level) {
   const Rect badge{card.x + 8, card.y + 8, 66, 24};
   fillRoundedRect(cr, badge, 8, 0x000000, 0.65);
   TextStyle style;
   style.size = 13;
   style.bold = true;
   style.color = kColorAccent;
-  drawTextCentered(cr, badge.x + badge.w * 0.5, badge.y + badge.h * 0.5, "LVL " + std::to_string(number), style);
+  style.maxWidth = badge.w - 8;
+  drawTextCentered(cr, badge.x + badge.w * 0.5, badge.y + badge.h * 0.5, levelBadge(level), style);
 }
 
 void drawLockCover(cairo_t* cr, const Rect& thumb) {
@@ -117,8 +131,9 @@ class LevelSelectScreen : public Screen {
 
   void update(Ctx& ctx) override {
     thumbsBeginFrame(ctx);
+    const bool asking = lockOpen_ != 0 || !removing_.empty();
     {
-      InputShield beneath(ctx, lockOpen_ != 0);
+      InputShield beneath(ctx, asking);
       bool back = false;
       const Grid grid = gridFor(ctx, screenHeader(ctx, i18n::tr("levels.title"), &back));
       if (back) {
@@ -126,8 +141,9 @@ class LevelSelectScreen : public Screen {
         return;
       }
       const Rect viewport{0, grid.top, ctx.width, ctx.height - grid.top};
+      if (!ctx.in.dropped.empty()) addDropped(ctx, grid, viewport);
       const double content = grid.contentHeight(entries_.size());
-      if (lockOpen_ == 0) {
+      if (!asking) {
         revealFocus(viewport, &scroll_);
         applyScroll(ctx, viewport, content, &scroll_);
       }
@@ -135,12 +151,29 @@ class LevelSelectScreen : public Screen {
       scrollbar(ctx, viewport, content, scroll_);
     }
     if (lockOpen_ != 0) explainLock(ctx);
+    if (!removing_.empty() && askRemovePicture(ctx, removing_) != 0) {
+      removing_.clear();
+      rebuild();
+    }
   }
 
  private:
   void rebuild() {
     entries_ = core::levelProgress(store::solves(), store::currentPuzzle());
     shown_.assign(entries_.size(), SDL_Point{0, 0});
+  }
+
+  // The pictures dropped on the window join the player's own; the grid
+  // scrolls to the last one added.
+  void addDropped(const Ctx& ctx, const Grid& grid, const Rect& viewport) {
+    const std::vector<std::string> ids = addPictures(ctx.in.dropped);
+    rebuild();
+    for (size_t i = grid.builtIn; i < entries_.size() && !ids.empty(); ++i) {
+      if (entries_[i].level->id != ids.back()) continue;
+      const Rect card = grid.card(static_cast<int>(i), 0);
+      scroll_ = std::clamp(card.y + card.h + kGap - viewport.y - viewport.h, 0.0,
+                           std::max(0.0, grid.contentHeight(entries_.size()) - viewport.h));
+    }
   }
 
   void drawGrid(Ctx& ctx, const Grid& grid, const Rect& viewport) {
@@ -165,6 +198,8 @@ class LevelSelectScreen : public Screen {
       lastShown = static_cast<int>(i);
       drawCard(ctx, i, card, grid.thumbH);
     }
+    const Rect section = grid.section(scroll_, ctx.width);
+    if (section.y + section.h > viewport.y && section.y < viewport.y + viewport.h) pictureSection(ctx, section);
     cairo_restore(ctx.cr);
     gpuClearClip();
     prefetchAround(grid, firstShown, lastShown);
@@ -216,7 +251,8 @@ class LevelSelectScreen : public Screen {
     if (e.locked) drawLockCover(cr, thumb);
     roundCorners(cr, card);
     strokeRoundedRect(cr, card, 14, e.inProgress ? 2.0 : 1.0, outlineColor(e), 1.0);
-    drawBadge(cr, card, e.level->number);
+    drawBadge(cr, card, *e.level);
+    if (e.level->own && removePictureButton(ctx, thumb)) removing_ = e.level->id;
     drawChips(ctx, e, card, thumbH);
   }
 
@@ -262,6 +298,7 @@ class LevelSelectScreen : public Screen {
   std::vector<SDL_Point> shown_;  // per card, the pixel size of the thumbnail last shown
   double scroll_ = 0;
   int lockOpen_ = 0;  // the number of the level whose lock is explained; 0 none
+  std::string removing_;  // the picture whose removal is asked about; empty none
 };
 
 }  // namespace

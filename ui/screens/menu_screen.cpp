@@ -12,6 +12,7 @@
 #include "store/store.h"
 #include "ui/frame_layer.h"
 #include "ui/screens/background_pieces.h"
+#include "ui/screens/own_pictures.h"
 #include "ui/screens/screens.h"
 #include "ui/widgets/buttons.h"
 #include "ui/widgets/chrome.h"
@@ -73,6 +74,16 @@ void startNewPuzzle() {
   pushPlaying(level.id, difficulties[index].rows, difficulties[index].cols);
 }
 
+// A picture dropped on the menu starts at once, as one opened with the game
+// does; false when none of the files could be added.
+bool openDropped(const std::vector<std::string>& files) {
+  const std::vector<std::string> ids = addPictures(files);
+  if (ids.empty()) return false;
+  const GameState game = pictureGame(ids.front());
+  pushPlaying(game.levelId, game.rows, game.cols);
+  return true;
+}
+
 void pushScreen(ScreenKind kind) {
   GameState s;
   s.screen = kind;
@@ -99,6 +110,7 @@ class MenuScreen : public Screen {
  public:
   void update(Ctx& ctx) override {
     layerTrackDamage();  // the title, tagline, buttons and footer leave most of the layer empty
+    if (!ctx.in.dropped.empty() && openDropped(ctx.in.dropped)) return;
     backgroundPiecesUpdate(ctx);
     const bool large = largeLayout(ctx);
     const double w = ctx.width, h = ctx.height;

@@ -80,8 +80,8 @@ void PlayingScreen::drawHeader(Ctx& ctx, const store::Settings& settings) {
 
   const core::Level* level = core::levelById(puzzle_.levelId);
   char info[160];
-  std::snprintf(info, sizeof info, "Level %d  \xC2\xB7  %d\xC3\x97%d  \xC2\xB7  %d/%d  \xC2\xB7  %s",
-                level ? level->number : 0, puzzle_.rows, puzzle_.cols, puzzle_.placedCount(),
+  std::snprintf(info, sizeof info, "%s  \xC2\xB7  %d\xC3\x97%d  \xC2\xB7  %d/%d  \xC2\xB7  %s",
+                level ? levelTitle(*level).c_str() : "", puzzle_.rows, puzzle_.cols, puzzle_.placedCount(),
                 puzzle_.rows * puzzle_.cols, formatTime(puzzle_.elapsedMs).c_str());
   TextStyle style;
   style.size = large ? 18 : 15;

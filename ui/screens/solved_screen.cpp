@@ -52,7 +52,8 @@ class SolvedScreen : public Screen {
   void update(Ctx& ctx) override {
     const core::Level* level = core::levelById(levelId_);
     char title[96];
-    std::snprintf(title, sizeof title, "Level %d  \xC2\xB7  %d\xC3\x97%d", level ? level->number : 0, rows_, cols_);
+    std::snprintf(title, sizeof title, "%s  \xC2\xB7  %d\xC3\x97%d", level ? levelTitle(*level).c_str() : "", rows_,
+                  cols_);
     bool back = false;
     const double headerH = screenHeader(ctx, title, &back);
     TextStyle time = labelStyle(16, true, kColorAccent, 0);

@@ -1,7 +1,5 @@
 #include "ui/textures/thumb_cache.h"
 
-#include <stb_image_write.h>
-
 #include <algorithm>
 #include <cinttypes>
 #include <cstddef>
@@ -38,10 +36,6 @@ bool entryMatches(const std::string& data, const std::string& sourcePath, int w,
   return data.compare(at, std::string::npos, trailer(sourcePath, w, h, at)) == 0;
 }
 
-void appendBytes(void* out, void* data, int size) {
-  static_cast<std::string*>(out)->append(static_cast<const char*>(data), static_cast<size_t>(size));
-}
-
 }  // namespace
 
 cairo_surface_t* loadCachedThumb(const std::string& dir, const std::string& key, const std::string& sourcePath,
@@ -63,21 +57,9 @@ cairo_surface_t* loadCachedThumb(const std::string& dir, const std::string& key,
 
 bool storeCachedThumb(const std::string& dir, const std::string& key, const std::string& sourcePath,
                       cairo_surface_t* picture) {
-  cairo_surface_flush(picture);
-  const int w = cairo_image_surface_get_width(picture), h = cairo_image_surface_get_height(picture);
-  const int stride = cairo_image_surface_get_stride(picture);
-  const unsigned char* px = cairo_image_surface_get_data(picture);
-  if (!px || w < 1 || h < 1 || platform::fs::fileSize(sourcePath) < 0) return false;
-  std::vector<unsigned char> rgb(static_cast<size_t>(w) * h * 3);
-  for (int y = 0; y < h; ++y) {
-    const uint32_t* row = reinterpret_cast<const uint32_t*>(px + static_cast<ptrdiff_t>(y) * stride);
-    for (int x = 0; x < w; ++x) {
-      unsigned char* out = &rgb[(static_cast<size_t>(y) * w + x) * 3];
-      out[0] = row[x] >> 16 & 255, out[1] = row[x] >> 8 & 255, out[2] = row[x] & 255;
-    }
-  }
   std::string data;
-  if (!stbi_write_jpg_to_func(appendBytes, &data, w, h, 3, rgb.data(), kJpegQuality)) return false;
+  if (platform::fs::fileSize(sourcePath) < 0 || !platform::encodeJpeg(picture, kJpegQuality, &data)) return false;
+  const int w = cairo_image_surface_get_width(picture), h = cairo_image_surface_get_height(picture);
   data += trailer(sourcePath, w, h, data.size());
   const std::string path = entryPath(dir, key), temp = path + ".tmp";
   if (platform::fs::writeFile(temp, data) && platform::fs::replaceAtomic(temp, path)) return true;

@@ -51,7 +51,7 @@ double extraLines(const ParagraphFit& fit) {
   return fit.lines > 1 ? fit.height * (fit.lines - 1) / fit.lines : 0;
 }
 
-DialogRects dialogRects(const Ctx& ctx, const std::string& title, const std::string& message) {
+DialogRects dialogRects(const Ctx& ctx, const std::string& title, const std::string& message, bool single) {
   DialogRects d;
   const double w = std::min(ctx.width - 64, kBoxMaxW);
   const double textW = w - 2 * kTextInset;
@@ -65,12 +65,16 @@ DialogRects dialogRects(const Ctx& ctx, const std::string& title, const std::str
   const double by = d.box.y + h - 66;
   d.cancel = Rect{d.box.x + 20, by, bw, kButtonH};
   d.confirm = Rect{d.cancel.x + bw + 20, by, bw, kButtonH};
+  if (single) {
+    d.confirm.x = d.box.x + (w - bw) * 0.5;
+    d.cancel = Rect{};
+  }
   return d;
 }
 
 int decide(Ctx& ctx, const DialogRects& d, const std::string& confirmLabel, const std::string& cancelLabel) {
   int click = 0;
-  if (pressWidget(ctx, d.cancel, cancelLabel)) {
+  if (!cancelLabel.empty() && pressWidget(ctx, d.cancel, cancelLabel)) {
     click = -1;
   } else if (pressWidget(ctx, d.confirm, confirmLabel)) {
     click = 1;
@@ -102,7 +106,7 @@ void modalBox(Ctx& ctx, const Rect& box) {
 
 int confirmDialog(Ctx& ctx, const std::string& title, const std::string& message, const std::string& confirmLabel,
                   const std::string& cancelLabel) {
-  const DialogRects d = dialogRects(ctx, title, message);
+  const DialogRects d = dialogRects(ctx, title, message, cancelLabel.empty());
   const int result = decide(ctx, d, confirmLabel, cancelLabel);
 
   cairo_t* cr = ctx.cr;
@@ -112,8 +116,10 @@ int confirmDialog(Ctx& ctx, const std::string& title, const std::string& message
   drawTextWrapped(cr, cx, d.titleY, title, titleStyle(), textW, kTitleLines);
   drawTextWrapped(cr, cx, d.messageY, message, messageStyle(), textW, kMessageLines);
   traceWidget(message, d.box);
-  drawDialogButton(ctx, d.cancel, cancelLabel,
-                   BoxLook{kColorBackground, ctx.hover(d.cancel) ? 1.0 : 0.9, kColorBorder, 1.0}, kColorText);
+  if (!cancelLabel.empty()) {
+    drawDialogButton(ctx, d.cancel, cancelLabel,
+                     BoxLook{kColorBackground, ctx.hover(d.cancel) ? 1.0 : 0.9, kColorBorder, 1.0}, kColorText);
+  }
   drawDialogButton(ctx, d.confirm, confirmLabel, BoxLook{kColorAccent, ctx.hover(d.confirm) ? 1.0 : 0.92, 0, 0},
                    kColorBackground);
   return result;

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <ctime>
 
+#include "i18n/i18n.h"
+
 namespace ui {
 
 std::string formatTime(long long ms) {
@@ -25,6 +27,14 @@ std::string formatDateTime(long long msSinceEpoch) {
   std::snprintf(buf, sizeof buf, "%02d.%02d.%04d %02d:%02d", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900,
                 local.tm_hour, local.tm_min);
   return buf;
+}
+
+std::string levelBadge(const core::Level& level) {
+  return level.own ? i18n::tr("pictures.badge") : "LVL " + std::to_string(level.number);
+}
+
+std::string levelTitle(const core::Level& level) {
+  return level.own ? level.source : "Level " + std::to_string(level.number);
 }
 
 }  // namespace ui
