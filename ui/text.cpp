@@ -183,12 +183,13 @@ void drawText(cairo_t* cr, double x, double y, const std::string& text, const Te
   show(cr, layout, x, y, style);
 }
 
-void drawTextCentered(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style) {
-  if (text.empty()) return;
+double drawTextCentered(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style) {
+  if (text.empty()) return 0;
   PangoLayout* layout = layOutFitted(cr, text, style);
   double w = 0, h = 0;
   layoutSize(layout, &w, &h);
   show(cr, layout, cx - w * 0.5, cy - h * 0.5, style);
+  return w;
 }
 
 void measureText(cairo_t* cr, const std::string& text, const TextStyle& style, double* w, double* h) {

@@ -37,8 +37,9 @@ bool registerBundledFonts();
 // The layout box's top is at y; x is its left edge, centre or right edge by
 // `align`. An empty string draws nothing.
 void drawText(cairo_t* cr, double x, double y, const std::string& text, const TextStyle& style);
-// The layout box centred on (cx, cy); `align` is ignored.
-void drawTextCentered(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style);
+// The layout box centred on (cx, cy); `align` is ignored. Returns the width
+// drawn, so a caller placing something beside the text lays it out once.
+double drawTextCentered(cairo_t* cr, double cx, double cy, const std::string& text, const TextStyle& style);
 // Width and height of the layout box as drawText would draw it (after fitting).
 void measureText(cairo_t* cr, const std::string& text, const TextStyle& style, double* w, double* h);
 // How a paragraph fits its column: the lines it takes, the factor its font

@@ -37,7 +37,6 @@ class FrameDriver {
 
   ui::Game& game() { return ui::Game::instance(); }
   double time() const { return ctx_.time; }
-  bool quitRequested() const { return ctx_.quit; }
   const ui::Ctx& ctx() const { return ctx_; }
   // 0xAARRGGBB of the presented frame at pixel (x, y).
   uint32_t pixel(int x, int y) const { return target_.pixel(x, y); }

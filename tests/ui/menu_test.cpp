@@ -108,7 +108,7 @@ TEST_F(Menu, EscapeAndQuitEndTheGame) {
   for (const auto& leave : kWays) {
     open(ScreenKind::Menu);
     leave(*this);
-    EXPECT_TRUE(driver->quitRequested());
+    EXPECT_TRUE(driver->ctx().quit);
   }
 }
 

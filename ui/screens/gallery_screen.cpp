@@ -131,9 +131,7 @@ class GalleryScreen : public Screen {
     std::snprintf(info, sizeof info, "%d\xC3\x97%d  \xC2\xB7     %s", e.rows, e.cols, formatTime(e.elapsedMs).c_str());
     const TextStyle infoStyle = labelStyle(13, false, kColorText, card.w - 16);
     const double cx = card.x + card.w * 0.5, bottom = card.y + pictureH;
-    double infoW = 0;
-    measureText(cr, info, infoStyle, &infoW, nullptr);
-    drawTextCentered(cr, cx, bottom + 18, info, infoStyle);
+    const double infoW = drawTextCentered(cr, cx, bottom + 18, info, infoStyle);
     drawClockIcon(cr, cx - infoW * 0.5 + 0.52 * infoW, bottom + 18, 14, kColorAccent, 1.0);
     drawTextCentered(cr, cx, bottom + 38, formatDateTime(e.solvedAt), labelStyle(11, false, kColorMuted, card.w - 16));
 
